@@ -1,0 +1,107 @@
+#include "engine/game_engine.h"
+
+#include "engine/command_line.h"
+#include "graphics/graphics_system.h"
+#include "graphics/window.h"
+#include "level/level.h"
+#include "menu/menu.h"
+#include "physics/physics_system.h"
+#include "platform/key_codes.h"
+#include "platform/message_box.h"
+#include "resources/resource_manager.h"
+#include "sound/sound_system.h"
+
+GameEngine* GameEngine::GetInstance() {
+    static GameEngine engine;
+    return &engine;
+}
+
+GameEngine::GameEngine(TimerClock& clock)
+    : sound(std::make_unique<SoundSystem>()),
+      input(std::make_unique<InputSystem>()),
+      window(std::make_unique<Window>()),
+      graphics(std::make_unique<GraphicsSystem>()),
+      timer(std::make_unique<FrameTimer>(clock)),
+      physics(std::make_unique<PhysicsSystem>()) {}
+
+// The sound system, the physics object and the menu live until the process ends; an engine
+// destroyed earlier (in tests) releases them here.
+GameEngine::~GameEngine() { SetResourceClock(nullptr); }
+
+bool GameEngine::Init() {
+    running = false;
+    bool started = false;
+    if (window->Create("Velloran", 800, 600) && input->Init(window->Handle())) {
+        if (!sound->Startup(window->Handle())) {
+            platform::ShowMessage("SoundSystem failed t start!");
+        } else if (!graphics->Init(window.get())) {
+            platform::ShowMessage("GraphicsSystem failed to start!");
+        } else if (timer->Start()) {
+            FrameTimer* clock = timer.get();
+            SetResourceClock([clock] { return clock->Now(); });
+            if (!physics->Startup())
+                platform::ShowMessage("Physics failed to startup!");
+            else
+                started = true;
+        }
+    }
+    running = started;
+    if (!running) {
+        platform::ShowMessage(
+            "Error on startup.  Please check that this computer meets the minimum requirements.");
+        return false;
+    }
+
+    level = std::make_unique<Level>();
+    if (!CommandLine().empty()) {
+        if (!level->Load(CommandLine())) platform::ShowMessage("Error loading level");
+        state = StatePlaying;
+    }
+
+    const uint8_t bindings[][2] = {
+        {ActionTurnLeft, 'Q'},         {ActionTurnLeft, vk::Left},   {ActionTurnLeft, vk::LeftButton},
+        {ActionTurnRight, 'E'},        {ActionTurnRight, vk::Right}, {ActionTurnRight, vk::RightButton},
+        {ActionZoomOut, 'W'},          {ActionZoomOut, vk::Up},      {ActionZoomOut, vk::MiddleButton},
+        {ActionNextBall, 'F'},         {ActionNextBall, vk::Tab},    {ActionNudge, vk::Space},
+        {ActionNudge, vk::Down},       {ActionNudge, vk::ExtraButton1},
+    };
+    for (const auto& binding : bindings) input->BindKey(binding[0], binding[1]);
+
+    menu = std::make_unique<Menu>();
+    return true;
+}
+
+int GameEngine::Run() {
+    if (!Init()) return 1;
+    timer->SetTargetRate(60.0);
+    int counter = 0;
+    while (running) {
+        if (!window->PumpMessage()) {
+            running = false;
+            continue;
+        }
+        counter = (counter + 1) % 10000;
+        timer->Tick();
+        input->Update();
+        Frame();
+        if (counter % 3 == 0) sound->Commit();
+    }
+    Shutdown();
+    return 0;
+}
+
+void GameEngine::Shutdown() {
+    input->Shutdown();
+    graphics->Shutdown();
+    physics->Shutdown();
+    level.reset();
+    SetResourceClock(nullptr);
+    timer.reset();
+    input.reset();
+    graphics.reset();
+    window->Release();
+}
+
+void GameEngine::SetMenu(std::unique_ptr<Menu> replacement) { menu = std::move(replacement); }
+
+void GameEngine::SetLevel(std::unique_ptr<Level> replacement) { level = std::move(replacement); }

@@ -1,0 +1,190 @@
+// One frame of the engine's state machine: menu, fly-over, play and the splash screens.
+#include <filesystem>
+#include <system_error>
+
+#include "engine/command_line.h"
+#include "engine/game_engine.h"
+#include "graphics/graphics_system.h"
+#include "graphics/texture.h"
+#include "level/level.h"
+#include "menu/menu.h"
+#include "objects/game_object.h"
+#include "platform/key_codes.h"
+#include "platform/message_box.h"
+#include "resources/resource_manager.h"
+
+void GameEngine::Frame() {
+    if (input->WasKeyReleased(vk::F1)) showStats = !showStats;
+    graphics->BeginFrame();
+    switch (state) {
+    case StateMenu:
+        MenuFrame();
+        break;
+    case StateIntro:
+        IntroFrame();
+        break;
+    case StatePlaying:
+        if (!level) {
+            state = StateMenu;
+        } else {
+            level->Frame();
+            if (level->IsFinished()) state = StateMenu;
+        }
+        break;
+    case StateOptions:
+    case StateCredits:
+    case StateQuit:
+        SplashFrame();
+        break;
+    }
+    if (showStats) DrawStats();
+    graphics->EndFrame();
+}
+
+void GameEngine::DrawStats() {
+    graphics->Begin2D();
+    graphics->PrintText(0, 0.03f, 1, 1, 1, 0.03f, "FPS:     %5.2f\nElapsed: %5.2f\nSim time:%5.2f",
+                        timer->SmoothedRate(), timer->FrameTime(), timer->Now());
+    graphics->PrintText(0, 0.12f, 1, 1, 1, 0.03f, "%s", CommandLine().c_str());
+}
+
+// A level chosen from the menu opens with the fly-over; a failed load goes back to the menu.
+void GameEngine::LoadFromMenu(const std::string& path) {
+    if (!level->Load(path)) {
+        platform::ShowMessage("Error loading level");
+        state = StateMenu;
+    }
+}
+
+void GameEngine::MenuFrame() {
+    MenuChoice choice = menu ? menu->Update() : ChoiceNothing;
+    float now = float(timer->Now());
+    switch (choice) {
+    case ChoiceNewGame:
+        state = StateIntro;
+        LoadFromMenu("Media/intro.lvl");
+        introStart = -1;
+        break;
+    case ChoiceLevelSelect: {
+        introStart = -1;
+        state = StateIntro;
+        // The chooser may change the working directory; media paths are relative to it.
+        std::error_code ec;
+        auto saved = std::filesystem::current_path(ec);
+        std::optional<std::string> chosen = chooseLevel ? chooseLevel("Media") : std::nullopt;
+        if (chosen) {
+            if (!ec) std::filesystem::current_path(saved, ec);
+            LoadFromMenu(*chosen);
+        } else {
+            state = StateMenu;
+        }
+        break;
+    }
+    case ChoiceOptions:
+        state = StateOptions;
+        optionsShownAt = now;
+        break;
+    case ChoiceCredits:
+        state = StateCredits;
+        creditsShownAt = now;
+        break;
+    case ChoiceQuit:
+        state = StateQuit;
+        break;
+    default:
+        break;
+    }
+}
+
+void GameEngine::SplashFrame() {
+    const char* name = "UI_options_splash";
+    Texture2D** texture = &optionsSplash;
+    float* shownAt = &optionsShownAt;
+    if (state == StateCredits) {
+        name = "UI_credits_splash";
+        texture = &creditsSplash;
+        shownAt = &creditsShownAt;
+    } else if (state == StateQuit) {
+        name = "UI_quit_splash";
+        texture = &quitSplash;
+        shownAt = &quitShownAt;
+    }
+    float now = float(timer->Now());
+    if (!*texture) {
+        *texture = ResourceManager::GetInstance().GetTexture(name);
+        if (state == StateQuit) quitShownAt = now;
+    }
+
+    graphics->Begin2D();
+    if (*texture && (*texture)->EnsureLoaded()) {
+        graphics->DrawQuad(ScreenQuad::Make(0, 0, 1, 1), InsetTexCoords((*texture)->width, (*texture)->height),
+                           *texture, 0);
+    } else {
+        // A missing picture still leaves a screen the player can read and click away.
+        graphics->PrintText(0.1f, 0.5f, 1, 1, 1, 0.04f, "The picture %s is missing.\nClick to go on.", name);
+    }
+
+    if (input->WasKeyReleased(vk::LeftButton) && now - *shownAt > 1.0f) {
+        if (state == StateQuit)
+            running = false;
+        else
+            state = StateMenu;
+    }
+}
+
+void GameEngine::IntroFrame() {
+    if (!level) {
+        state = StateMenu;
+        return;
+    }
+    level->SetIntro(true);
+    level->Frame();
+    float now = float(timer->Now());
+    if (introStart < 0) introStart = now;
+    float t = now - introStart;
+
+    PositionLookAtCamera& camera = level->GetCamera();
+    camera.SetPositionRate(3.0f);
+    GameObject* ball = level->GetCurrentBall();
+    GameObject* goal = level->GetGoal();
+    auto goToPlay = [&] {
+        state = StatePlaying;
+        level->SetIntro(false);
+    };
+
+    float rate = 0, height = 0;
+    Vector3 point{0, 0, 0};
+    if (t < 3) {
+        if (!ball) return goToPlay();
+        rate = 1.0f;
+        point = ball->GetPosition();
+        height = 100 - 50 * t / 3;
+    } else if (t < 6) {
+        if (!ball || !goal) return goToPlay();
+        float f = (t - 3) / 3;
+        rate = 0.75f;
+        point = ball->GetPosition() * (1 - f) + goal->GetPosition() * f;
+        height = 50 + 50 * f;
+    } else if (t < 8) {
+        if (!goal) return goToPlay();
+        rate = 1.0f;
+        point = goal->GetPosition();
+        height = 100;
+    } else if (t < 9) {
+        if (!ball || !goal) return goToPlay();
+        float g = t - 8;
+        rate = 0.5f;
+        point = goal->GetPosition() * (1 - g) + ball->GetPosition() * g;
+        height = 100;
+    } else if (t < 11) {
+        if (!ball) return goToPlay();
+        rate = 0.75f;
+        point = ball->GetPosition();
+        height = 100 - 25 * (t - 9);
+    } else {
+        return goToPlay();
+    }
+    camera.SetPositionRate(rate);
+    camera.SetTargetLookAt(point.x, point.y, point.z);
+    camera.SetTargetPosition(point.x, point.y, point.z + height);
+}

@@ -1,0 +1,41 @@
+#pragma once
+#include <cstdint>
+#include <map>
+#include <vector>
+
+#include "platform/input_source.h"
+
+// The five player actions and their numbers.
+enum PlayerAction : uint8_t {
+    ActionTurnLeft = 0,
+    ActionTurnRight = 1,
+    ActionZoomOut = 2,
+    ActionNextBall = 3,
+    ActionNudge = 4,
+};
+
+// Samples keys and mouse buttons once per loop turn. A release is an edge between two
+// samples: a key held over many turns is released in exactly one, the first that finds it up.
+class InputSystem {
+public:
+    virtual ~InputSystem() = default;
+    virtual bool Init(platform::InputSource* source);
+    virtual void Shutdown() {}
+    virtual void Update();
+
+    void BindKey(uint8_t action, uint8_t key);
+    bool IsKeyDown(uint8_t key) const { return (current[key] & 0x80) != 0; }
+    bool WasKeyReleased(uint8_t key) const { return !(current[key] & 0x80) && (previous[key] & 0x80); }
+    bool IsActionDown(uint8_t action);
+    bool WasActionReleased(uint8_t action);
+    // The cursor in units of the window's outer rectangle: (0, 0) top left, (1, 1) bottom right.
+    void GetCursor(float out[2]) const;
+
+    const std::vector<uint8_t>* BoundKeys(uint8_t action) const;
+
+private:
+    platform::InputSource* source = nullptr;
+    std::map<uint8_t, std::vector<uint8_t>> bindings;
+    uint8_t current[256] = {};
+    uint8_t previous[256] = {};
+};

@@ -1,0 +1,15 @@
+#include <memory>
+
+#include "graphics/texture.h"
+#include "resources/resource_manager.h"
+
+void RegisterTextureTypes(ResourceManager& manager) {
+    manager.SetFactory(ResourceTexture2D, [](const std::string& path, const std::string& name,
+                                             ILoadListener* listener) -> std::unique_ptr<Resource> {
+        return std::make_unique<Texture2D>(path, name, listener);
+    });
+    manager.SetFactory(ResourceTextureCube, [](const std::string& path, const std::string& name,
+                                               ILoadListener* listener) -> std::unique_ptr<Resource> {
+        return std::make_unique<TextureCUBE>(path, name, listener);
+    });
+}

@@ -1,0 +1,5 @@
+#include "sound/sound_system.h"
+
+bool SoundSystem::Startup(platform::GameWindow*) { return true; }
+
+void SoundSystem::Commit() {}

@@ -1,0 +1,290 @@
+// The engine's state machine in a real window (under Xvfb), with the clock, the input, the
+// menu and the level replaced by scripted ones.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "engine/command_line.h"
+#include "engine/game_engine.h"
+#include "level/level.h"
+#include "menu/menu.h"
+#include "objects/game_object.h"
+#include "platform/key_codes.h"
+#include "tests/support/test_media.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class ManualClock : public TimerClock {
+public:
+    bool Frequency(int64_t& countsPerSecond) override {
+        countsPerSecond = 1000;
+        return true;
+    }
+    bool Counter(int64_t& count) override {
+        count = milliseconds;
+        return true;
+    }
+    void SleepOneMillisecond() override { ++milliseconds; }
+    int64_t milliseconds = 0;
+};
+
+class ScriptedInput : public platform::InputSource {
+public:
+    void ReadKeyTable(uint8_t table[256]) override {
+        for (int i = 0; i < 256; ++i) table[i] = down[i] ? 0x80 : 0;
+    }
+    void ReadCursor(int& x, int& y, platform::ScreenRect& rect) override {
+        x = y = 0;
+        rect = {0, 0, 800, 600};
+    }
+    bool down[256] = {};
+};
+
+class ScriptedMenu : public Menu {
+public:
+    MenuChoice Update() override {
+        MenuChoice choice = next;
+        next = ChoiceNothing;
+        return choice;
+    }
+    MenuChoice next = ChoiceNothing;
+};
+
+class Marker : public GameObject {
+public:
+    explicit Marker(Vector3 at) : at(at) {}
+    Vector3 GetPosition() const override { return at; }
+    Vector3 at;
+};
+
+class ScriptedLevel : public Level {
+public:
+    bool Load(const std::string& path) override {
+        loads.push_back(path);
+        return loadSucceeds;
+    }
+    void Frame() override { ++frames; }
+    void Place(GameObject* ball, GameObject* goalObject) {
+        currentBall = ball;
+        goal = goalObject;
+    }
+    void Finish() { finished = true; }
+    bool InIntro() const { return intro; }
+
+    bool loadSucceeds = true;
+    std::vector<std::string> loads;
+    int frames = 0;
+};
+
+class GameEngineTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        folder = fs::temp_directory_path() / ("velloran-engine-" + std::to_string(getpid()));
+        fs::create_directories(folder / "Media");
+        WriteBlockFont(folder / "Media" / "font.tga");
+        for (const char* name : {"UI_options_splash", "UI_credits_splash", "UI_quit_splash"})
+            WriteTga32(folder / "Media" / (std::string(name) + ".tga"), 4, 4,
+                       [](int, int) { return Bgra{0, 0, 255, 255}; });
+        fs::current_path(folder);
+        engine = new GameEngine(clock);
+        ASSERT_TRUE(engine->Init());
+    }
+    static void TearDownTestSuite() {
+        engine->Shutdown();
+        delete engine;
+        fs::current_path(fs::temp_directory_path());
+        fs::remove_all(folder);
+    }
+
+    void SetUp() override {
+        engine->GetInput()->Init(&keys);
+        auto scriptedMenu = std::make_unique<ScriptedMenu>();
+        menu = scriptedMenu.get();
+        engine->SetMenu(std::move(scriptedMenu));
+        auto scriptedLevel = std::make_unique<ScriptedLevel>();
+        level = scriptedLevel.get();
+        engine->SetLevel(std::move(scriptedLevel));
+        engine->SetState(StateMenu);
+    }
+
+    // One turn of the main loop at the given running time.
+    void Turn(double seconds) {
+        clock.milliseconds = int64_t(seconds * 1000 + 0.5);
+        engine->GetTimer()->Tick();
+        engine->GetInput()->Update();
+        engine->Frame();
+    }
+
+    static inline fs::path folder;
+    static inline ManualClock clock;
+    static inline GameEngine* engine = nullptr;
+    ScriptedInput keys;
+    ScriptedMenu* menu = nullptr;
+    ScriptedLevel* level = nullptr;
+};
+
+TEST_F(GameEngineTest, SplashScreensIgnoreClicksInTheirFirstSecond) {
+    struct Case {
+        MenuChoice choice;
+        GameState state;
+    };
+    double t = 100;
+    for (Case c : {Case{ChoiceOptions, StateOptions}, Case{ChoiceCredits, StateCredits}}) {
+        menu->next = c.choice;
+        Turn(t);
+        EXPECT_EQ(engine->GetState(), c.state);
+        keys.down[vk::LeftButton] = true;
+        Turn(t + 0.5);
+        keys.down[vk::LeftButton] = false;
+        Turn(t + 0.9);
+        EXPECT_EQ(engine->GetState(), c.state) << "a release within the first second does nothing";
+        keys.down[vk::LeftButton] = true;
+        Turn(t + 1.2);
+        EXPECT_EQ(engine->GetState(), c.state) << "pressing is not releasing";
+        keys.down[vk::LeftButton] = false;
+        Turn(t + 1.3);
+        EXPECT_EQ(engine->GetState(), StateMenu);
+        t += 10;
+    }
+}
+
+TEST_F(GameEngineTest, FarewellScreenEndsTheLoopAfterASecondFromItsFirstShowing) {
+    menu->next = ChoiceQuit;
+    Turn(200);
+    EXPECT_EQ(engine->GetState(), StateQuit);
+    Turn(200.5);  // the picture is first shown here, so the second counts from now
+    keys.down[vk::LeftButton] = true;
+    Turn(201.2);
+    keys.down[vk::LeftButton] = false;
+    Turn(201.4);
+    EXPECT_TRUE(engine->IsRunning()) << "only 0.9 s since the screen first showed";
+    keys.down[vk::LeftButton] = true;
+    Turn(201.6);
+    keys.down[vk::LeftButton] = false;
+    Turn(201.7);
+    EXPECT_FALSE(engine->IsRunning());
+}
+
+TEST_F(GameEngineTest, F1TogglesTheOverlayOnKeyUpInAnyState) {
+    bool before = engine->IsShowingStats();
+    keys.down[vk::F1] = true;
+    Turn(300);
+    EXPECT_EQ(engine->IsShowingStats(), before);
+    keys.down[vk::F1] = false;
+    Turn(300.1);
+    EXPECT_NE(engine->IsShowingStats(), before);
+    engine->SetState(StatePlaying);
+    keys.down[vk::F1] = true;
+    Turn(300.2);
+    keys.down[vk::F1] = false;
+    Turn(300.3);
+    EXPECT_EQ(engine->IsShowingStats(), before);
+}
+
+TEST_F(GameEngineTest, NewGameLoadsTheIntroLevelOrStaysInTheMenu) {
+    menu->next = ChoiceNewGame;
+    Turn(400);
+    ASSERT_EQ(level->loads, std::vector<std::string>{"Media/intro.lvl"});
+    EXPECT_EQ(engine->GetState(), StateIntro);
+
+    engine->SetState(StateMenu);
+    level->loadSucceeds = false;
+    menu->next = ChoiceNewGame;
+    Turn(401);
+    EXPECT_EQ(engine->GetState(), StateMenu);
+}
+
+TEST_F(GameEngineTest, LevelSelectionRestoresTheWorkingDirectory) {
+    fs::path before = fs::current_path();
+    engine->SetLevelChooser([](const std::string& folderName) -> std::optional<std::string> {
+        EXPECT_EQ(folderName, "Media");
+        fs::current_path(fs::temp_directory_path());
+        return std::string("Media/mine.lvl");
+    });
+    menu->next = ChoiceLevelSelect;
+    Turn(500);
+    EXPECT_EQ(fs::current_path(), before);
+    EXPECT_EQ(level->loads, std::vector<std::string>{"Media/mine.lvl"});
+    EXPECT_EQ(engine->GetState(), StateIntro);
+
+    engine->SetState(StateMenu);
+    engine->SetLevelChooser([](const std::string&) { return std::optional<std::string>(); });
+    menu->next = ChoiceLevelSelect;
+    Turn(501);
+    EXPECT_EQ(engine->GetState(), StateMenu) << "a cancelled choice goes back to the menu";
+    engine->SetLevelChooser(nullptr);
+}
+
+TEST_F(GameEngineTest, FlyOverGlidesFromBallToGoalAndBackThenPlays) {
+    Marker ball({0, 0, 0}), goal({30, 0, 0});
+    level->Place(&ball, &goal);
+    engine->SetState(StateIntro);
+    PositionLookAtCamera& camera = level->GetCamera();
+
+    Turn(600);  // t = 0: high above the ball
+    EXPECT_TRUE(level->InIntro());
+    EXPECT_FLOAT_EQ(camera.TargetPosition().z, 100);
+    EXPECT_FLOAT_EQ(camera.PositionRate(), 1.0f);
+    Turn(604.5);  // halfway from ball to goal
+    EXPECT_FLOAT_EQ(camera.TargetLookAt().x, 15);
+    EXPECT_FLOAT_EQ(camera.TargetPosition().z, 75);
+    EXPECT_FLOAT_EQ(camera.PositionRate(), 0.75f);
+    Turn(607);  // resting on the goal
+    EXPECT_FLOAT_EQ(camera.TargetLookAt().x, 30);
+    EXPECT_FLOAT_EQ(camera.TargetPosition().z, 100);
+    Turn(610);  // sinking over the ball again
+    EXPECT_FLOAT_EQ(camera.TargetLookAt().x, 0);
+    EXPECT_FLOAT_EQ(camera.TargetPosition().z, 75);
+    EXPECT_EQ(engine->GetState(), StateIntro);
+    Turn(611);
+    EXPECT_EQ(engine->GetState(), StatePlaying);
+    EXPECT_FALSE(level->InIntro());
+    level->Place(nullptr, nullptr);
+}
+
+TEST_F(GameEngineTest, FlyOverEndsAtOnceWithoutABallAndAtThreeSecondsWithoutAGoal) {
+    engine->SetState(StateIntro);
+    Turn(700);
+    EXPECT_EQ(engine->GetState(), StatePlaying) << "no ball: the first frame goes to play";
+
+    Marker ball({0, 0, 0});
+    level->Place(&ball, nullptr);
+    menu->next = ChoiceNewGame;
+    engine->SetState(StateMenu);
+    Turn(710);  // loads and starts the fly-over clock on the next frame
+    Turn(710.1);
+    Turn(712.9);
+    EXPECT_EQ(engine->GetState(), StateIntro);
+    Turn(713.2);
+    EXPECT_EQ(engine->GetState(), StatePlaying);
+    level->Place(nullptr, nullptr);
+}
+
+TEST_F(GameEngineTest, PlayRunsTheLevelUntilItIsFinished) {
+    engine->SetState(StatePlaying);
+    Turn(800);
+    Turn(800.1);
+    EXPECT_EQ(level->frames, 2);
+    EXPECT_EQ(engine->GetState(), StatePlaying);
+    level->Finish();
+    Turn(800.2);
+    EXPECT_EQ(engine->GetState(), StateMenu);
+
+    engine->SetLevel(nullptr);
+    engine->SetState(StatePlaying);
+    Turn(800.3);
+    EXPECT_EQ(engine->GetState(), StateMenu) << "no level at all";
+}
+
+TEST(CommandLineTest, ArgumentsAreJoinedBySingleSpaces) {
+    const char* argv[] = {"velloran", "Media/my", "level.lvl"};
+    EXPECT_EQ(JoinArguments(3, argv), "Media/my level.lvl");
+    EXPECT_EQ(JoinArguments(1, argv), "");
+}
+
+}  // namespace

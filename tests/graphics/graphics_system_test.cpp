@@ -1,0 +1,141 @@
+// Draws through the real window and context (under Xvfb) and reads the pixels back.
+#include <GL/glew.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+
+#include "graphics/graphics_system.h"
+#include "graphics/texture.h"
+#include "graphics/window.h"
+#include "resources/resource_manager.h"
+#include "tests/support/test_media.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Rgb {
+    int r, g, b;
+};
+
+class GraphicsSystemTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        // The manager's folder is the working directory at its first use.
+        folder = fs::temp_directory_path() / ("velloran-graphics-" + std::to_string(getpid()));
+        fs::create_directories(folder / "Media");
+        WriteBlockFont(folder / "Media" / "font.tga");
+        // Top half red, bottom half blue as seen on screen: stored rows run bottom-up.
+        WriteTga32(folder / "Media" / "bands.tga", 8, 8, [](int row, int) {
+            return row < 4 ? Bgra{255, 0, 0, 255} : Bgra{0, 0, 255, 255};
+        });
+        fs::current_path(folder);
+        window = new Window();
+        ASSERT_TRUE(window->Create("Velloran", 800, 600));
+        graphics = new GraphicsSystem();
+        ASSERT_TRUE(graphics->Init(window));
+    }
+    static void TearDownTestSuite() {
+        delete graphics;
+        delete window;
+        fs::remove_all(folder);
+    }
+
+    // Pixel at screen units (x, y), (0, 0) being the top left of the viewport.
+    static Rgb At(float x, float y) {
+        GLint viewport[4];
+        glGetIntegerv(GL_VIEWPORT, viewport);
+        int px = int(x * float(viewport[2]));
+        int py = viewport[3] - 1 - int(y * float(viewport[3]));
+        unsigned char rgba[4] = {};
+        glReadBuffer(GL_BACK);
+        glReadPixels(px, py, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE, rgba);
+        return {rgba[0], rgba[1], rgba[2]};
+    }
+
+    static inline fs::path folder;
+    static inline Window* window = nullptr;
+    static inline GraphicsSystem* graphics = nullptr;
+};
+
+void ExpectColour(Rgb got, Rgb want, const char* where) {
+    EXPECT_NEAR(got.r, want.r, 8) << where;
+    EXPECT_NEAR(got.g, want.g, 8) << where;
+    EXPECT_NEAR(got.b, want.b, 8) << where;
+}
+
+TEST_F(GraphicsSystemTest, FrameClearsToGreenOverTheWholeClientArea) {
+    graphics->BeginFrame();
+    GLint viewport[4];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    EXPECT_EQ(viewport[2], 800);
+    EXPECT_EQ(viewport[3], 600);
+    ExpectColour(At(0.5f, 0.5f), {0, 255, 0}, "centre");
+    ExpectColour(At(0.01f, 0.99f), {0, 255, 0}, "corner");
+    graphics->EndFrame();
+}
+
+TEST_F(GraphicsSystemTest, FullScreenQuadShowsTheTextureUpright) {
+    Texture2D* bands = ResourceManager::GetInstance().GetTexture("bands");
+    ASSERT_NE(bands, nullptr);
+    ASSERT_NE(bands->textureName, 0u);
+    graphics->BeginFrame();
+    graphics->Begin2D();
+    graphics->DrawQuad(ScreenQuad::Make(0, 0, 1, 1), InsetTexCoords(bands->width, bands->height), bands, 0);
+    ExpectColour(At(0.5f, 0.2f), {255, 0, 0}, "top half");
+    ExpectColour(At(0.5f, 0.8f), {0, 0, 255}, "bottom half");
+    graphics->EndFrame();
+}
+
+TEST_F(GraphicsSystemTest, QuadCoversOnlyItsRectangle) {
+    Texture2D* bands = ResourceManager::GetInstance().GetTexture("bands");
+    graphics->BeginFrame();
+    graphics->Begin2D();
+    graphics->DrawQuad(ScreenQuad::Make(0.5f, 0.5f, 0.25f, 0.25f), InsetTexCoords(8, 8), bands, 0);
+    ExpectColour(At(0.6f, 0.55f), {255, 0, 0}, "inside, upper part");
+    ExpectColour(At(0.6f, 0.7f), {0, 0, 255}, "inside, lower part");
+    ExpectColour(At(0.4f, 0.6f), {0, 255, 0}, "left of it");
+    ExpectColour(At(0.6f, 0.8f), {0, 255, 0}, "below it");
+    graphics->EndFrame();
+}
+
+TEST_F(GraphicsSystemTest, TextStandsOnItsLineWithAShadowBelowRight) {
+    graphics->BeginFrame();
+    graphics->Begin2D();
+    // One glyph: x 0.2 to 0.3, reaching up from y = 0.5 to 0.4; the shadow is 5 % of size
+    // right and down.
+    graphics->PrintText(0.2f, 0.5f, 1, 0, 0, 0.1f, "%c", 'A');
+    ExpectColour(At(0.25f, 0.45f), {255, 0, 0}, "glyph");
+    ExpectColour(At(0.302f, 0.45f), {0, 0, 0}, "shadow right of the glyph");
+    ExpectColour(At(0.25f, 0.503f), {0, 0, 0}, "shadow below the glyph");
+    ExpectColour(At(0.25f, 0.38f), {0, 255, 0}, "above the glyph");
+    ExpectColour(At(0.15f, 0.45f), {0, 255, 0}, "left of the glyph");
+    graphics->EndFrame();
+}
+
+TEST_F(GraphicsSystemTest, LineBreaksAndAdvanceFollowTheSize) {
+    graphics->BeginFrame();
+    graphics->Begin2D();
+    graphics->PrintText(0.1f, 0.3f, 1, 1, 1, 0.1f, "A A\nB");
+    ExpectColour(At(0.15f, 0.25f), {255, 255, 255}, "first glyph");
+    // The space is clear: only the shadow and the overlap of neighbours could show there.
+    ExpectColour(At(0.21f, 0.22f), {0, 255, 0}, "the space");
+    // Glyphs advance by 0.9 of their size: the third starts at 0.28.
+    ExpectColour(At(0.33f, 0.25f), {255, 255, 255}, "third glyph");
+    ExpectColour(At(0.15f, 0.35f), {255, 255, 255}, "second line, back at the first x");
+    graphics->EndFrame();
+}
+
+TEST_F(GraphicsSystemTest, OverlongAndMissingTextAreHarmless) {
+    graphics->BeginFrame();
+    graphics->Begin2D();
+    std::string longText(5000, 'x');
+    graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, "%s", longText.c_str());
+    graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, nullptr);
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    graphics->EndFrame();
+}
+
+}  // namespace

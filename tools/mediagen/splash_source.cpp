@@ -1,0 +1,81 @@
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+
+#include "tools/mediagen/media_error.h"
+#include "tools/mediagen/splash_screens.h"
+
+namespace mediagen {
+
+namespace {
+
+std::string Trim(std::string_view text) {
+    const size_t first = text.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos) return {};
+    const size_t last = text.find_last_not_of(" \t\r");
+    return std::string(text.substr(first, last - first + 1));
+}
+
+[[noreturn]] void Fail(const std::string& name, int line, const std::string& reason) {
+    throw MediaError(name + ":" + std::to_string(line) + ": " + reason);
+}
+
+void ReadHeaderLine(SplashSource& source, const std::string& line, const std::string& name, int number) {
+    const size_t colon = line.find(':');
+    if (colon == std::string::npos) Fail(name, number, "expected 'key: value' before the first blank line");
+    const std::string key = Trim(std::string_view(line).substr(0, colon));
+    const std::string value = Trim(std::string_view(line).substr(colon + 1));
+    if (key == "title") {
+        source.title = value;
+    } else if (key == "footer") {
+        source.footer = value;
+    } else if (key == "align") {
+        if (value != "left" && value != "centre") Fail(name, number, "align must be 'left' or 'centre'");
+        source.align = value == "left" ? SplashSource::Align::Left : SplashSource::Align::Centre;
+    } else {
+        Fail(name, number, "unknown key '" + key + "' (title, footer, align)");
+    }
+}
+
+}  // namespace
+
+SplashSource ParseSplash(std::string_view text, const std::string& name) {
+    SplashSource source;
+    std::istringstream lines{std::string(text)};
+    std::string raw;
+    bool inBody = false;
+    bool anyHeader = false;
+    int number = 0;
+    while (std::getline(lines, raw)) {
+        ++number;
+        const std::string line = Trim(raw);
+        if (!line.empty() && line[0] == '#') continue;
+        if (!inBody) {
+            if (line.empty()) {
+                inBody = anyHeader;
+            } else {
+                ReadHeaderLine(source, line, name, number);
+                anyHeader = true;
+            }
+            continue;
+        }
+        if (std::count(line.begin(), line.end(), '*') % 2 != 0) Fail(name, number, "unpaired '*'");
+        source.body.push_back(line);
+    }
+    if (source.title.empty()) Fail(name, number, "no 'title:' line");
+    if (source.footer.empty()) Fail(name, number, "no 'footer:' line");
+    // Gaps at either end of the body would only shift it.
+    while (!source.body.empty() && source.body.back().empty()) source.body.pop_back();
+    while (!source.body.empty() && source.body.front().empty()) source.body.erase(source.body.begin());
+    return source;
+}
+
+SplashSource ReadSplash(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) throw MediaError(path.string() + ": cannot open splash source");
+    std::ostringstream text;
+    text << file.rdbuf();
+    return ParseSplash(text.str(), path.string());
+}
+
+}  // namespace mediagen

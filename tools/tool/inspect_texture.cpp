@@ -1,0 +1,79 @@
+// velloran-tool inspect texture FILE: loads a texture the way the game does, without a
+// display, and reports what the game would see.
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "graphics/texture.h"
+#include "graphics/tga_reader.h"
+#include "tools/tool/commands.h"
+
+namespace {
+
+const char* kInspectUsage =
+    "usage: velloran-tool inspect texture FILE\n"
+    "\n"
+    "Reads FILE with the game's TGA reader and prints one JSON object:\n"
+    "  {\"ok\": true, \"width\": W, \"height\": H, \"depth\": 24|32, \"bytes\": B}\n"
+    "A FILE ending in _posx.tga is read as a cube map: all six faces, and \"faces\": 6.\n"
+    "On failure prints {\"ok\": false, \"error\": \"...\"} and exits 1.\n";
+
+int UsageError(const std::string& problem) {
+    std::fprintf(stderr, "velloran-tool inspect texture: %s\n\n", problem.c_str());
+    std::fputs(kInspectUsage, stderr);
+    return ToolUsage;
+}
+
+bool EndsWith(const std::string& text, const std::string& suffix) {
+    return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
+}
+
+void Print(const nlohmann::ordered_json& result) { std::puts(result.dump().c_str()); }
+
+int Fail(const std::string& error) {
+    Print({{"ok", false}, {"error", error}});
+    return ToolBadInput;
+}
+
+template <class T>
+int Report(T& texture, const std::string& file, bool cube) {
+    const int32_t bytes = texture.Load(file);
+    if (bytes < 0) return Fail(texture.lastError);
+    // The textures keep no pixels, so the depth comes from reading the named file itself.
+    TgaImage image;
+    std::string error;
+    if (!ReadTga(file, image, error)) return Fail(error);
+
+    nlohmann::ordered_json result = {{"ok", true},
+                                     {"width", texture.width},
+                                     {"height", texture.height},
+                                     {"depth", image.depth},
+                                     {"bytes", bytes}};
+    if (cube) result["faces"] = 6;
+    Print(result);
+    return ToolOk;
+}
+
+}  // namespace
+
+int RunInspectTexture(const std::vector<std::string>& args) {
+    std::vector<std::string> files;
+    for (const std::string& arg : args) {
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(kInspectUsage, stdout);
+            return ToolOk;
+        }
+        if (arg.size() > 1 && arg[0] == '-') return UsageError("unknown option " + arg);
+        files.push_back(arg);
+    }
+    if (files.size() != 1) return UsageError(files.empty() ? "no FILE given" : "expected exactly one FILE");
+
+    const std::string& file = files[0];
+    if (EndsWith(file, "_posx.tga")) {
+        TextureCUBE texture(file, file, nullptr);
+        return Report(texture, file, true);
+    }
+    Texture2D texture(file, file, nullptr);
+    return Report(texture, file, false);
+}

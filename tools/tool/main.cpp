@@ -1,0 +1,39 @@
+// velloran-tool: the command-line companion of the game. JSON on standard output,
+// messages on standard error; exit 0 on success, 1 on bad input, 2 on a usage error.
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "tools/tool/commands.h"
+
+namespace {
+
+const char* kUsage =
+    "usage: velloran-tool COMMAND [ARGS]\n"
+    "\n"
+    "commands:\n"
+    "  inspect texture FILE   check a TGA texture (or a cube map named by its _posx.tga face)\n"
+    "                         with the game's own reader: width, height, depth, bytes\n"
+    "\n"
+    "  --help                 show this text\n";
+
+int Usage(const char* problem) {
+    if (problem) std::fprintf(stderr, "velloran-tool: %s\n\n", problem);
+    std::fputs(kUsage, problem ? stderr : stdout);
+    return problem ? ToolUsage : ToolOk;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty()) return Usage("no command given");
+    if (args[0] == "--help" || args[0] == "-h" || args[0] == "help") return Usage(nullptr);
+    if (args[0] == "inspect") {
+        if (args.size() < 2) return Usage("inspect needs a kind: texture");
+        std::vector<std::string> rest(args.begin() + 2, args.end());
+        if (args[1] == "texture") return RunInspectTexture(rest);
+        return Usage(("unknown kind to inspect: " + args[1]).c_str());
+    }
+    return Usage(("unknown command: " + args[0]).c_str());
+}
