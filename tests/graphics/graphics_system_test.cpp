@@ -31,6 +31,9 @@ protected:
         WriteTga32(folder / "Media" / "bands.tga", 8, 8, [](int row, int) {
             return row < 4 ? Bgra{255, 0, 0, 255} : Bgra{0, 0, 255, 255};
         });
+        for (const char* face : {"posx", "negx", "posy", "negy", "posz", "negz"})
+            WriteTga32(folder / "Media" / (std::string("sky_") + face + ".tga"), 4, 4,
+                       [](int, int) { return Bgra{0, 0, 255, 255}; });
         fs::current_path(folder);
         window = new Window();
         ASSERT_TRUE(window->Create("Velloran", 800, 600));
@@ -87,6 +90,27 @@ TEST_F(GraphicsSystemTest, FullScreenQuadShowsTheTextureUpright) {
     ExpectColour(At(0.5f, 0.2f), {255, 0, 0}, "top half");
     ExpectColour(At(0.5f, 0.8f), {0, 0, 255}, "bottom half");
     graphics->EndFrame();
+}
+
+TEST_F(GraphicsSystemTest, CubeMapUploadsAllSixFacesAndUnloadsCleanly) {
+    TextureCUBE* sky = ResourceManager::GetInstance().GetCubeTexture("sky");
+    ASSERT_NE(sky, nullptr);
+    ASSERT_NE(sky->textureName, 0u);
+    EXPECT_EQ(sky->Size(), 6 * 4 * 4 * 4);
+    sky->Bind();
+    for (GLenum face = GL_TEXTURE_CUBE_MAP_POSITIVE_X; face <= GL_TEXTURE_CUBE_MAP_NEGATIVE_Z; ++face) {
+        GLint width = 0;
+        glGetTexLevelParameteriv(face, 0, GL_TEXTURE_WIDTH, &width);
+        EXPECT_EQ(width, 4) << "face " << face - GL_TEXTURE_CUBE_MAP_POSITIVE_X;
+    }
+    sky->Unbind();
+    EXPECT_FALSE(glIsEnabled(GL_TEXTURE_CUBE_MAP));
+    sky->Discard();
+    EXPECT_EQ(sky->textureName, 0u);
+    sky->Bind();  // a use loads it back
+    EXPECT_NE(sky->textureName, 0u);
+    sky->Unbind();
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
 TEST_F(GraphicsSystemTest, QuadCoversOnlyItsRectangle) {
