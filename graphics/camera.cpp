@@ -2,15 +2,21 @@
 
 #include <GL/glu.h>
 
-#include <algorithm>
+namespace {
+
+// p + (t - p) is not always t in floats, so a step that closes the whole gap lands on t itself.
+void Glide(Vector3& current, const Vector3& target, float fraction) {
+    if (fraction >= 1.0f)
+        current = target;
+    else
+        current += (target + -current) * fraction;
+}
+
+}  // namespace
 
 void PositionLookAtCamera::Update(float, float frameTime) {
-    Vector3 d = targetPosition + -position;
-    Vector3 e = targetLookAt + -lookAt;
-    float k = std::min(positionRate * frameTime, 1.0f);
-    position += d * k;
-    float m = std::min(lookAtRate * frameTime, 1.0f);
-    lookAt += e * m;
+    Glide(position, targetPosition, positionRate * frameTime);
+    Glide(lookAt, targetLookAt, lookAtRate * frameTime);
 }
 
 void PositionLookAtCamera::Apply() {

@@ -17,12 +17,11 @@ protected:
     ~Texture() = default;
 };
 
-// One 2D image from a TGA file.
-class Texture2D : public Texture, public Resource {
+// A texture the resource manager owns: binding marks the use (which loads evicted data back),
+// and unloading deletes the texture object. Subclasses only read and upload their files.
+class ManagedTexture : public Texture, public Resource {
 public:
-    Texture2D(std::string path, std::string name, ILoadListener* listener);
-    ~Texture2D() override;
-    int32_t Load(const std::string& path) override;
+    ~ManagedTexture() override;
     void Unload() override;
     void Bind() override;
     void Unbind() override;
@@ -30,22 +29,30 @@ public:
     int32_t width = 0;
     int32_t height = 0;
     std::string lastError;  // why the last Load failed, naming the file
+
+protected:
+    // target is the GL texture target (GL_TEXTURE_2D or GL_TEXTURE_CUBE_MAP).
+    ManagedTexture(std::string path, std::string name, ILoadListener* listener, unsigned target);
+    // Deletes any object a failed load left behind and makes a fresh one bound to target.
+    void MakeTextureObject();
+
+private:
+    unsigned target;
+};
+
+// One 2D image from a TGA file.
+class Texture2D : public ManagedTexture {
+public:
+    Texture2D(std::string path, std::string name, ILoadListener* listener);
+    int32_t Load(const std::string& path) override;
 };
 
 // A cube map from six TGA files named by the path of any face: the last nine characters
 // ("_posx.tga") are replaced by each face suffix in turn.
-class TextureCUBE : public Texture, public Resource {
+class TextureCUBE : public ManagedTexture {
 public:
     TextureCUBE(std::string path, std::string name, ILoadListener* listener);
-    ~TextureCUBE() override;
     int32_t Load(const std::string& path) override;
-    void Unload() override;
-    void Bind() override;
-    void Unbind() override;
-
-    int32_t width = 0;
-    int32_t height = 0;
-    std::string lastError;
 };
 
 // Registers Texture2D and TextureCUBE as the manager's two texture kinds.

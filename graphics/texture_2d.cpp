@@ -7,13 +7,7 @@
 #include "graphics/tga_reader.h"
 
 Texture2D::Texture2D(std::string path, std::string name, ILoadListener* listener)
-    : Resource(std::move(path), std::move(name), listener) {}
-
-// The texture object belongs to the context, which may already be gone at exit.
-Texture2D::~Texture2D() {
-    textureName = 0;
-    unit = 0;
-}
+    : ManagedTexture(std::move(path), std::move(name), listener, GL_TEXTURE_2D) {}
 
 int32_t Texture2D::Load(const std::string& path) {
     TgaImage image;
@@ -23,10 +17,7 @@ int32_t Texture2D::Load(const std::string& path) {
     height = image.height;
     if (!GlContextAvailable()) return image.PixelBytes();
 
-    // A failed load can leave a name behind; don't leak it on the retry.
-    if (textureName != 0) glDeleteTextures(1, &textureName);
-    glGenTextures(1, &textureName);
-    glBindTexture(GL_TEXTURE_2D, textureName);
+    MakeTextureObject();
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
@@ -37,24 +28,4 @@ int32_t Texture2D::Load(const std::string& path) {
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, image.depth == 32 ? GL_BGRA : GL_BGR,
                  GL_UNSIGNED_BYTE, image.Pixels());
     return image.PixelBytes();
-}
-
-void Texture2D::Unload() {
-    if (textureName != 0 && GlContextAvailable()) glDeleteTextures(1, &textureName);
-    textureName = 0;
-}
-
-void Texture2D::Bind() {
-    MarkUsed();
-    if (textureName == 0) return;
-    glActiveTextureARB(GL_TEXTURE0_ARB + unit);
-    glEnable(GL_TEXTURE_2D);
-    glBindTexture(GL_TEXTURE_2D, textureName);
-}
-
-void Texture2D::Unbind() {
-    MarkUsed();
-    if (textureName == 0) return;
-    glActiveTextureARB(GL_TEXTURE0_ARB + unit);
-    glDisable(GL_TEXTURE_2D);
 }

@@ -30,12 +30,7 @@ constexpr size_t kSuffixLength = 9;  // "_posx.tga" and friends
 }  // namespace
 
 TextureCUBE::TextureCUBE(std::string path, std::string name, ILoadListener* listener)
-    : Resource(std::move(path), std::move(name), listener) {}
-
-TextureCUBE::~TextureCUBE() {
-    textureName = 0;
-    unit = 0;
-}
+    : ManagedTexture(std::move(path), std::move(name), listener, GL_TEXTURE_CUBE_MAP) {}
 
 int32_t TextureCUBE::Load(const std::string& path) {
     if (path.size() < kSuffixLength) {
@@ -46,9 +41,7 @@ int32_t TextureCUBE::Load(const std::string& path) {
     const bool gl = GlContextAvailable();
 
     if (gl) {
-        if (textureName != 0) glDeleteTextures(1, &textureName);
-        glGenTextures(1, &textureName);
-        glBindTexture(GL_TEXTURE_CUBE_MAP, textureName);
+        MakeTextureObject();
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_WRAP_R, GL_CLAMP_TO_EDGE);
@@ -77,24 +70,4 @@ int32_t TextureCUBE::Load(const std::string& path) {
     }
     lastError.clear();
     return static_cast<int32_t>(total);
-}
-
-void TextureCUBE::Unload() {
-    if (textureName != 0 && GlContextAvailable()) glDeleteTextures(1, &textureName);
-    textureName = 0;
-}
-
-void TextureCUBE::Bind() {
-    MarkUsed();
-    if (textureName == 0) return;
-    glActiveTextureARB(GL_TEXTURE0_ARB + unit);
-    glEnable(GL_TEXTURE_CUBE_MAP);
-    glBindTexture(GL_TEXTURE_CUBE_MAP, textureName);
-}
-
-void TextureCUBE::Unbind() {
-    MarkUsed();
-    if (textureName == 0) return;
-    glActiveTextureARB(GL_TEXTURE0_ARB + unit);
-    glDisable(GL_TEXTURE_CUBE_MAP);
 }

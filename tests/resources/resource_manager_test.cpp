@@ -1,0 +1,220 @@
+#include "resources/resource_manager.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "resources/path_case.h"
+#include "tests/support/tga_bytes.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// How the fakes of one test behave; shared so a test can change it between loads.
+struct FakeSettings {
+    int32_t size = 100;
+    bool fail = false;
+    int created = 0;
+};
+
+class FakeResource final : public Resource {
+public:
+    FakeResource(const std::string& path, const std::string& name, ILoadListener* listener, FakeSettings& settings)
+        : Resource(path, name, listener), settings(settings) {}
+
+    int32_t Load(const std::string&) override {
+        ++loads;
+        return settings.fail ? -1 : settings.size;
+    }
+    void Unload() override { ++unloads; }
+
+    FakeSettings& settings;
+    int loads = 0;
+    int unloads = 0;
+};
+
+FakeResource* AsFake(Resource* resource) { return static_cast<FakeResource*>(resource); }
+
+void Touch(const fs::path& path) {
+    fs::create_directories(path.parent_path());
+    std::ofstream(path) << "x";
+}
+
+class ResourceManagerTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (ResourceType type : {ResourceTexture2D, ResourceTextureCube})
+            manager.SetFactory(type, [this](const std::string& path, const std::string& name, ILoadListener* listener) {
+                ++settings.created;
+                return std::make_unique<FakeResource>(path, name, listener, settings);
+            });
+    }
+    void TearDown() override { SetResourceClock(nullptr); }
+
+    fs::path Base() const { return fs::path(dir.File("")).parent_path(); }
+
+    TempDir dir;
+    FakeSettings settings;
+    ResourceManager manager{dir.File("")};
+};
+
+TEST_F(ResourceManagerTest, SameNameGivesTheSameObjectLoadedOnce) {
+    Touch(Base() / "media" / "ball.tga");
+    Resource* first = manager.Get(ResourceTexture2D, "ball");
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(manager.Get(ResourceTexture2D, "ball"), first);
+    EXPECT_EQ(settings.created, 1);
+    EXPECT_EQ(AsFake(first)->loads, 1);
+    EXPECT_TRUE(first->IsLoaded());
+    EXPECT_EQ(first->Name(), "ball");
+    EXPECT_EQ(manager.Used(), 100);
+}
+
+TEST_F(ResourceManagerTest, MissingFileIsNotCachedSoItCanAppearLater) {
+    EXPECT_EQ(manager.Get(ResourceTexture2D, "late"), nullptr);
+    EXPECT_EQ(settings.created, 0);
+    EXPECT_EQ(manager.Get(ResourceSound, "late"), nullptr) << "no factory for sounds here";
+
+    Touch(Base() / "media" / "late.tga");
+    Resource* found = manager.Get(ResourceTexture2D, "late");
+    ASSERT_NE(found, nullptr);
+    EXPECT_TRUE(found->IsLoaded());
+}
+
+TEST_F(ResourceManagerTest, CubeTexturesAreFoundByTheirPositiveXFace) {
+    Touch(Base() / "media" / "sky_posx.tga");
+    Touch(Base() / "media" / "sky.tga");
+    Resource* sky = manager.Get(ResourceTextureCube, "sky");
+    ASSERT_NE(sky, nullptr);
+    EXPECT_EQ(sky->Path(), (Base() / "media" / "sky_posx.tga").string());
+}
+
+TEST_F(ResourceManagerTest, MediaFolderIsFoundWhateverItsCase) {
+    Touch(Base() / "Media" / "rock.tga");
+    Resource* rock = manager.Get(ResourceTexture2D, "rock");
+    ASSERT_NE(rock, nullptr);
+    EXPECT_EQ(rock->Path(), (Base() / "Media" / "rock.tga").string());
+    EXPECT_EQ(manager.FindFile(ResourceTexture2D, "ROCK"), (Base() / "Media" / "rock.tga").string());
+}
+
+TEST_F(ResourceManagerTest, AddedFoldersGetOneTrailingSlash) {
+    Touch(Base() / "extra" / "a.tga");
+    Touch(Base() / "more" / "b.tga");
+    manager.AddFolder(ResourceTexture2D, "extra");
+    manager.AddFolder(ResourceTexture2D, "more/");
+    EXPECT_EQ(manager.FindFile(ResourceTexture2D, "a"), (Base() / "extra" / "a.tga").string());
+    EXPECT_EQ(manager.FindFile(ResourceTexture2D, "b"), (Base() / "more" / "b.tga").string());
+    EXPECT_EQ(manager.FindFile(ResourceTextureCube, "a"), "") << "folders are per type";
+}
+
+TEST_F(ResourceManagerTest, FailedLoadIsKeptUnloadedAndRetriedOnEveryUse) {
+    Touch(Base() / "media" / "broken.tga");
+    settings.fail = true;
+    Resource* broken = manager.Get(ResourceTexture2D, "broken");
+    ASSERT_NE(broken, nullptr);
+    EXPECT_FALSE(broken->IsLoaded());
+    EXPECT_EQ(AsFake(broken)->loads, 1);
+
+    broken->MarkUsed();
+    broken->MarkUsed();
+    EXPECT_EQ(AsFake(broken)->loads, 3);
+    EXPECT_EQ(manager.Used(), 0);
+    EXPECT_EQ(manager.Get(ResourceTexture2D, "broken"), broken);
+
+    settings.fail = false;
+    broken->MarkUsed();
+    EXPECT_TRUE(broken->IsLoaded());
+    EXPECT_EQ(manager.Used(), 100);
+    broken->MarkUsed();
+    EXPECT_EQ(AsFake(broken)->loads, 4);
+}
+
+TEST_F(ResourceManagerTest, OverBudgetTheLeastRecentlyUsedIsUnloaded) {
+    double now = 1.0;
+    SetResourceClock([&now] { return now; });
+    for (const char* name : {"a", "b", "c"}) Touch(Base() / "media" / (std::string(name) + ".tga"));
+    manager.SetBudget(1000);
+    settings.size = 600;
+
+    FakeResource* a = AsFake(manager.Get(ResourceTexture2D, "a"));
+    EXPECT_EQ(manager.Used(), 600);
+    now += 1;
+    FakeResource* b = AsFake(manager.Get(ResourceTexture2D, "b"));
+    EXPECT_FALSE(a->IsLoaded());
+    EXPECT_TRUE(b->IsLoaded());
+    EXPECT_EQ(a->unloads, 1);
+    EXPECT_EQ(manager.Used(), 600);
+    now += 1;
+    FakeResource* c = AsFake(manager.Get(ResourceTexture2D, "c"));
+    EXPECT_FALSE(b->IsLoaded());
+    EXPECT_TRUE(c->IsLoaded());
+    EXPECT_EQ(manager.Used(), 600);
+
+    now += 1;
+    a->MarkUsed();
+    EXPECT_TRUE(a->IsLoaded());
+    EXPECT_EQ(a->loads, 2);
+    EXPECT_FALSE(c->IsLoaded());
+    EXPECT_EQ(c->unloads, 1);
+    EXPECT_EQ(b->unloads, 1);
+    EXPECT_EQ(manager.Used(), 600);
+}
+
+TEST_F(ResourceManagerTest, UseStampsAreMillisecondsPlusAWrappingSequence) {
+    Touch(Base() / "media" / "s.tga");
+    Resource* s = manager.Get(ResourceTexture2D, "s");
+    ASSERT_NE(s, nullptr);
+
+    SetResourceClock([] { return 4321.5; });
+    std::vector<int32_t> stamps;
+    for (int i = 0; i < 12; ++i) {
+        s->MarkUsed();
+        stamps.push_back(s->LastUse());
+    }
+    const int32_t base = 4321500;
+    EXPECT_EQ(stamps, (std::vector<int32_t>{base, base + 1, base + 2, base + 3, base + 4, base + 5, base + 6,
+                                            base + 7, base + 8, base + 9, base, base + 1}));
+
+    // A new millisecond starts its sequence again.
+    SetResourceClock([] { return 4321.625; });
+    s->MarkUsed();
+    EXPECT_EQ(s->LastUse(), 4321625);
+}
+
+class PathCaseTest : public ::testing::Test {
+protected:
+    fs::path Base() const { return fs::path(dir.File("")).parent_path(); }
+    TempDir dir;
+};
+
+TEST_F(PathCaseTest, ResolvesEachWrongCaseComponentToTheDisksName) {
+    Touch(Base() / "Levels" / "Set One" / "Start.LVL");
+    EXPECT_EQ(ResolvePathCase((Base() / "levels" / "SET ONE" / "start.lvl").string()),
+              (Base() / "Levels" / "Set One" / "Start.LVL").string());
+    EXPECT_EQ(ResolvePathCase((Base() / "LEVELS" / "set one").string()), (Base() / "Levels" / "Set One").string());
+    const std::string exact = (Base() / "Levels" / "Set One" / "Start.LVL").string();
+    EXPECT_EQ(ResolvePathCase(exact), exact);
+}
+
+TEST_F(PathCaseTest, GivesNothingWhenNoComponentMatches) {
+    Touch(Base() / "Levels" / "a.lvl");
+    EXPECT_EQ(ResolvePathCase((Base() / "levels" / "b.lvl").string()), "");
+    EXPECT_EQ(ResolvePathCase((Base() / "lev" / "a.lvl").string()), "");
+    EXPECT_EQ(ResolvePathCase((Base() / "levelsx" / "a.lvl").string()), "");
+    EXPECT_EQ(ResolvePathCase(""), "");
+}
+
+TEST_F(PathCaseTest, ExactNameWinsThenTheFirstInNameOrder) {
+    Touch(Base() / "media" / "x");
+    Touch(Base() / "Media" / "x");
+    Touch(Base() / "MEDIA" / "x");
+    EXPECT_EQ(ResolvePathCase((Base() / "Media" / "x").string()), (Base() / "Media" / "x").string());
+    EXPECT_EQ(ResolvePathCase((Base() / "mEdia" / "x").string()), (Base() / "MEDIA" / "x").string());
+}
+
+}  // namespace
