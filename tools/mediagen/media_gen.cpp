@@ -42,6 +42,8 @@ FontSet SystemFonts() {
 }
 
 void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const FontSet& fonts, std::ostream& progress) {
+    // Look for the sources first, so a wrong assets folder fails before anything is written.
+    const std::vector<fs::path> splashSources = SplashSources(assetsDir);
     std::error_code error;
     fs::create_directories(outDir, error);
     if (error) throw MediaError(outDir.string() + ": cannot create folder (" + error.message() + ")");
@@ -49,7 +51,7 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
     Write(outDir, "font.tga", MakeFontSheet(fonts.mono), progress);
 
     const SplashFonts splashFonts{fonts.sans, fonts.sansBold};
-    for (const fs::path& source : SplashSources(assetsDir)) {
+    for (const fs::path& source : splashSources) {
         const Picture splash = RenderSplash(ReadSplash(source), splashFonts, source.string());
         Write(outDir, "UI_" + source.stem().string() + "_splash.tga", splash, progress);
     }

@@ -13,7 +13,7 @@ using Colour = std::array<int, 3>;
 
 // The window is 800 x 600 but the picture is square, so glyphs are stored 600/800 as wide.
 constexpr double kWidthScale = 0.75;
-constexpr int kSideMargin = 110;
+constexpr int kSideMargin = 80;
 
 constexpr Colour kSkyTop{20, 36, 96};
 constexpr Colour kSkyBottom{0, 0, 4};
