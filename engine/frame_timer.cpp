@@ -28,11 +28,12 @@ bool FrameTimer::Start() {
 void FrameTimer::Tick() {
     int64_t counter = 0;
     clock.Counter(counter);
-    if (targetRate > 0) {
+    // Before Start no time passes, so waiting for the slot's end would never return.
+    if (targetRate > 0 && secondsPerCount > 0) {
         double slotEnd = now + 1.0 / targetRate;
         while (double(counter - start) * secondsPerCount < slotEnd) {
             clock.SleepOneMillisecond();
-            clock.Counter(counter);
+            if (!clock.Counter(counter)) break;
         }
     }
     previous = now;

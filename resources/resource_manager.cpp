@@ -38,7 +38,8 @@ void ResourceManager::AddExtension(ResourceType type, const std::string& extensi
 }
 
 void ResourceManager::AddFolder(ResourceType type, std::string folder) {
-    if (folder.empty() || (folder.back() != '/' && folder.back() != '\\')) folder += '/';
+    // An empty folder is the base directory itself, not the file-system root.
+    if (!folder.empty() && folder.back() != '/' && folder.back() != '\\') folder += '/';
     folders[type].push_back(std::move(folder));
 }
 
@@ -65,7 +66,9 @@ Resource* ResourceManager::Get(ResourceType type, const std::string& name) {
     if (!factories[type]) return nullptr;
     std::string path = FindFile(type, name);
     if (path.empty()) return nullptr;
-    Resource* resource = map.emplace(name, factories[type](path, name, this)).first->second.get();
+    std::unique_ptr<Resource> made = factories[type](path, name, this);
+    if (!made) return nullptr;
+    Resource* resource = map.emplace(name, std::move(made)).first->second.get();
     resource->EnsureLoaded();
     return resource;
 }

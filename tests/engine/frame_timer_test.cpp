@@ -86,6 +86,14 @@ TEST(FrameTimerTest, PacingCountsFromThePreviousTickSoASlowFrameIsNotPaddedOut) 
     EXPECT_LT(timer.Now(), previous + 0.030 + 1.0 / 60 + 0.001);
 }
 
+TEST(FrameTimerTest, TickBeforeStartDoesNotWaitForever) {
+    FakeClock clock;
+    FrameTimer timer(clock);
+    timer.SetTargetRate(60);
+    timer.Tick();
+    EXPECT_EQ(clock.sleeps, 0);
+}
+
 TEST(FrameTimerTest, NoTargetRateNeverSleeps) {
     for (double rate : {-1.0, 0.0}) {
         FakeClock clock;

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "resources/path_case.h"
 #include "tests/support/tga_bytes.h"
 
 namespace fs = std::filesystem;
@@ -48,7 +47,7 @@ void Touch(const fs::path& path) {
 class ResourceManagerTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        for (ResourceType type : {ResourceTexture2D, ResourceTextureCube})
+        for (ResourceType type : {ResourceTexture2D, ResourceTextureCube, ResourceSound, ResourceSound3D})
             manager.SetFactory(type, [this](const std::string& path, const std::string& name, ILoadListener* listener) {
                 ++settings.created;
                 return std::make_unique<FakeResource>(path, name, listener, settings);
@@ -63,10 +62,12 @@ protected:
     ResourceManager manager{dir.File("")};
 };
 
-TEST_F(ResourceManagerTest, SameNameGivesTheSameObjectLoadedOnce) {
+TEST_F(ResourceManagerTest, SameNameGivesTheSameObjectSearchedAndLoadedOnce) {
     Touch(Base() / "media" / "ball.tga");
     Resource* first = manager.Get(ResourceTexture2D, "ball");
     ASSERT_NE(first, nullptr);
+    // Once known, a name is not looked for on disk again.
+    fs::remove(Base() / "media" / "ball.tga");
     EXPECT_EQ(manager.Get(ResourceTexture2D, "ball"), first);
     EXPECT_EQ(settings.created, 1);
     EXPECT_EQ(AsFake(first)->loads, 1);
@@ -78,12 +79,14 @@ TEST_F(ResourceManagerTest, SameNameGivesTheSameObjectLoadedOnce) {
 TEST_F(ResourceManagerTest, MissingFileIsNotCachedSoItCanAppearLater) {
     EXPECT_EQ(manager.Get(ResourceTexture2D, "late"), nullptr);
     EXPECT_EQ(settings.created, 0);
-    EXPECT_EQ(manager.Get(ResourceSound, "late"), nullptr) << "no factory for sounds here";
 
     Touch(Base() / "media" / "late.tga");
     Resource* found = manager.Get(ResourceTexture2D, "late");
     ASSERT_NE(found, nullptr);
     EXPECT_TRUE(found->IsLoaded());
+
+    ResourceManager bare{Base().string()};
+    EXPECT_EQ(bare.Get(ResourceTexture2D, "late"), nullptr) << "a type without a factory finds nothing";
 }
 
 TEST_F(ResourceManagerTest, CubeTexturesAreFoundByTheirPositiveXFace) {
@@ -92,6 +95,32 @@ TEST_F(ResourceManagerTest, CubeTexturesAreFoundByTheirPositiveXFace) {
     Resource* sky = manager.Get(ResourceTextureCube, "sky");
     ASSERT_NE(sky, nullptr);
     EXPECT_EQ(sky->Path(), (Base() / "media" / "sky_posx.tga").string());
+}
+
+TEST_F(ResourceManagerTest, SoundsAreWavFilesKeptApartPerTypeButUnderOneBudget) {
+    double now = 1.0;
+    SetResourceClock([&now] { return now; });
+    Touch(Base() / "media" / "bang.wav");
+    Touch(Base() / "media" / "bang.tga");
+    manager.SetBudget(1000);
+    settings.size = 600;
+
+    Resource* flat = manager.Get(ResourceSound, "bang");
+    ASSERT_NE(flat, nullptr);
+    EXPECT_EQ(flat->Path(), (Base() / "media" / "bang.wav").string());
+    now += 1;
+    Resource* placed = manager.Get(ResourceSound3D, "bang");
+    ASSERT_NE(placed, nullptr);
+    EXPECT_NE(placed, flat);
+    EXPECT_FALSE(flat->IsLoaded());
+
+    // A texture evicts the older sound, whatever the type.
+    now += 1;
+    Resource* texture = manager.Get(ResourceTexture2D, "bang");
+    ASSERT_NE(texture, nullptr);
+    EXPECT_EQ(texture->Path(), (Base() / "media" / "bang.tga").string());
+    EXPECT_FALSE(placed->IsLoaded());
+    EXPECT_EQ(manager.Used(), 600);
 }
 
 TEST_F(ResourceManagerTest, MediaFolderIsFoundWhateverItsCase) {
@@ -110,6 +139,19 @@ TEST_F(ResourceManagerTest, AddedFoldersGetOneTrailingSlash) {
     EXPECT_EQ(manager.FindFile(ResourceTexture2D, "a"), (Base() / "extra" / "a.tga").string());
     EXPECT_EQ(manager.FindFile(ResourceTexture2D, "b"), (Base() / "more" / "b.tga").string());
     EXPECT_EQ(manager.FindFile(ResourceTextureCube, "a"), "") << "folders are per type";
+
+    Touch(Base() / "c.tga");
+    manager.AddFolder(ResourceTexture2D, "");
+    EXPECT_EQ(fs::path(manager.FindFile(ResourceTexture2D, "c")), Base() / "c.tga")
+        << "an empty folder is the base directory, not the root";
+}
+
+TEST_F(ResourceManagerTest, AFactoryThatMakesNothingGivesNothing) {
+    Touch(Base() / "media" / "rock.tga");
+    manager.SetFactory(ResourceTexture2D, [](const std::string&, const std::string&, ILoadListener*) {
+        return std::unique_ptr<Resource>();
+    });
+    EXPECT_EQ(manager.Get(ResourceTexture2D, "rock"), nullptr);
 }
 
 TEST_F(ResourceManagerTest, FailedLoadIsKeptUnloadedAndRetriedOnEveryUse) {
@@ -184,37 +226,6 @@ TEST_F(ResourceManagerTest, UseStampsAreMillisecondsPlusAWrappingSequence) {
     SetResourceClock([] { return 4321.625; });
     s->MarkUsed();
     EXPECT_EQ(s->LastUse(), 4321625);
-}
-
-class PathCaseTest : public ::testing::Test {
-protected:
-    fs::path Base() const { return fs::path(dir.File("")).parent_path(); }
-    TempDir dir;
-};
-
-TEST_F(PathCaseTest, ResolvesEachWrongCaseComponentToTheDisksName) {
-    Touch(Base() / "Levels" / "Set One" / "Start.LVL");
-    EXPECT_EQ(ResolvePathCase((Base() / "levels" / "SET ONE" / "start.lvl").string()),
-              (Base() / "Levels" / "Set One" / "Start.LVL").string());
-    EXPECT_EQ(ResolvePathCase((Base() / "LEVELS" / "set one").string()), (Base() / "Levels" / "Set One").string());
-    const std::string exact = (Base() / "Levels" / "Set One" / "Start.LVL").string();
-    EXPECT_EQ(ResolvePathCase(exact), exact);
-}
-
-TEST_F(PathCaseTest, GivesNothingWhenNoComponentMatches) {
-    Touch(Base() / "Levels" / "a.lvl");
-    EXPECT_EQ(ResolvePathCase((Base() / "levels" / "b.lvl").string()), "");
-    EXPECT_EQ(ResolvePathCase((Base() / "lev" / "a.lvl").string()), "");
-    EXPECT_EQ(ResolvePathCase((Base() / "levelsx" / "a.lvl").string()), "");
-    EXPECT_EQ(ResolvePathCase(""), "");
-}
-
-TEST_F(PathCaseTest, ExactNameWinsThenTheFirstInNameOrder) {
-    Touch(Base() / "media" / "x");
-    Touch(Base() / "Media" / "x");
-    Touch(Base() / "MEDIA" / "x");
-    EXPECT_EQ(ResolvePathCase((Base() / "Media" / "x").string()), (Base() / "Media" / "x").string());
-    EXPECT_EQ(ResolvePathCase((Base() / "mEdia" / "x").string()), (Base() / "MEDIA" / "x").string());
 }
 
 }  // namespace
