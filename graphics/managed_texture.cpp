@@ -4,6 +4,7 @@
 
 #include "graphics/gl_context.h"
 #include "graphics/texture.h"
+#include "graphics/tga_reader.h"
 
 ManagedTexture::ManagedTexture(std::string path, std::string name, ILoadListener* listener, unsigned target)
     : Resource(std::move(path), std::move(name), listener), target(target) {}
@@ -18,6 +19,13 @@ void ManagedTexture::MakeTextureObject() {
     if (textureName != 0) glDeleteTextures(1, &textureName);
     glGenTextures(1, &textureName);
     glBindTexture(target, textureName);
+}
+
+void ManagedTexture::Upload(unsigned target, const TgaImage& image) {
+    // 24-bit rows of small textures are not 4-byte aligned.
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glTexImage2D(target, 0, GL_RGBA8, image.width, image.height, 0, image.depth == 32 ? GL_BGRA : GL_BGR,
+                 GL_UNSIGNED_BYTE, image.Pixels());
 }
 
 void ManagedTexture::Unload() {

@@ -4,6 +4,8 @@
 
 #include "resources/resource.h"
 
+struct TgaImage;
+
 // A texture in graphics memory. Bind before submitting geometry, Unbind after.
 class Texture {
 public:
@@ -35,6 +37,8 @@ protected:
     ManagedTexture(std::string path, std::string name, ILoadListener* listener, unsigned target);
     // Deletes any object a failed load left behind and makes a fresh one bound to target.
     void MakeTextureObject();
+    // Uploads one image to target (the texture's own, or one cube face), stored as RGBA8.
+    static void Upload(unsigned target, const TgaImage& image);
 
 private:
     unsigned target;

@@ -23,9 +23,6 @@ int32_t Texture2D::Load(const std::string& path) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_GENERATE_MIPMAP, GL_TRUE);
-    // 24-bit rows of small textures are not 4-byte aligned.
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, image.depth == 32 ? GL_BGRA : GL_BGR,
-                 GL_UNSIGNED_BYTE, image.Pixels());
+    Upload(GL_TEXTURE_2D, image);
     return image.PixelBytes();
 }

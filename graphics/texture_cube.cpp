@@ -48,7 +48,6 @@ int32_t TextureCUBE::Load(const std::string& path) {
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
         glTexParameteri(GL_TEXTURE_CUBE_MAP, GL_GENERATE_MIPMAP, GL_TRUE);
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     }
 
     int64_t total = 0;
@@ -59,8 +58,7 @@ int32_t TextureCUBE::Load(const std::string& path) {
         height = image.height;
         total += image.PixelBytes();
         if (gl) {
-            glTexImage2D(face.target, 0, GL_RGBA8, image.width, image.height, 0,
-                         image.depth == 32 ? GL_BGRA : GL_BGR, GL_UNSIGNED_BYTE, image.Pixels());
+            Upload(face.target, image);
         }
     }
     // Each face fits an int32 but six together may not.

@@ -8,7 +8,6 @@ namespace {
 
 constexpr uint8_t kQ = 0x51;
 constexpr uint8_t kLeftArrow = 0x25;
-constexpr uint8_t kLeftMouse = 0x01;
 
 class FakeInput final : public platform::InputSource {
 public:
@@ -69,18 +68,6 @@ TEST_F(InputSystemTest, ReleasingOneOfTwoHeldKeysReportsReleaseWhileStillDown) {
     input.Update();
     EXPECT_FALSE(input.IsActionDown(ActionTurnLeft));
     EXPECT_TRUE(input.WasActionReleased(ActionTurnLeft));
-}
-
-TEST_F(InputSystemTest, MouseButtonBindsLikeAKey) {
-    input.BindKey(ActionNudge, kLeftMouse);
-    source.Press(kLeftMouse);
-    input.Update();
-    EXPECT_TRUE(input.IsActionDown(ActionNudge));
-    EXPECT_FALSE(input.IsActionDown(ActionTurnLeft));
-    source.Release(kLeftMouse);
-    input.Update();
-    EXPECT_FALSE(input.IsActionDown(ActionNudge));
-    EXPECT_TRUE(input.WasActionReleased(ActionNudge));
 }
 
 TEST_F(InputSystemTest, UnboundActionIsNeverActiveAndGainsAnEmptyBinding) {
