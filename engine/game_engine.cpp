@@ -39,10 +39,12 @@ bool GameEngine::Init() {
         } else if (timer->Start()) {
             FrameTimer* clock = timer.get();
             SetResourceClock([clock] { return clock->Now(); });
-            if (!physics->Startup())
+            if (!physics->Startup()) {
                 platform::ShowMessage("Physics failed to startup!");
-            else
+            } else {
+                physics->SetContactSoundPlayer(sound.get());
                 started = true;
+            }
         }
     }
     running = started;

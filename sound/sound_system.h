@@ -1,4 +1,5 @@
 #pragma once
+#include "sound/contact_sound_player.h"
 
 namespace platform {
 class GameWindow;
@@ -6,10 +7,12 @@ class GameWindow;
 
 // The sound device and its 3D listener. Until an audio device is opened it is silent, which
 // is also what headless play and the tests use.
-class SoundSystem {
+class SoundSystem : public ContactSoundPlayer {
 public:
     virtual ~SoundSystem() = default;
     virtual bool Startup(platform::GameWindow* window);
     // Applies the listener's deferred 3D settings.
     virtual void Commit();
+    // Plays the named positional sound; silent while no device is open.
+    void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
 };

@@ -1,0 +1,134 @@
+#pragma once
+// A started physics world and small helpers to build scenes in a few lines.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "objects/actor_group.h"
+#include "objects/trigger_object.h"
+#include "physics/actor.h"
+#include "physics/joint.h"
+#include "physics/physics_system.h"
+#include "physics/scene.h"
+#include "sound/contact_sound_player.h"
+
+struct PlayedSound {
+    std::string name;
+    Vector3 position;
+    int32_t volume;
+};
+
+class RecordingSounds : public ContactSoundPlayer {
+public:
+    void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override {
+        played.push_back({name, position, volume});
+    }
+    std::vector<PlayedSound> played;
+};
+
+class RecordingTrigger : public ITriggerObject {
+public:
+    void OnTriggerEnter(phys::Actor* other) override { log.push_back({'E', other}); }
+    void OnTriggerStay(phys::Actor* other) override { log.push_back({'S', other}); }
+    void OnTriggerLeave(phys::Actor* other) override { log.push_back({'L', other}); }
+    int Count(char kind) const {
+        int n = 0;
+        for (const auto& entry : log) n += entry.first == kind;
+        return n;
+    }
+    std::vector<std::pair<char, phys::Actor*>> log;
+};
+
+// A flat square grid of triangles in the plane y = top, spanning x and z from -half to half.
+struct GridMesh {
+    GridMesh(float half, int cells, float top = 0.0f) {
+        const float step = 2 * half / cells;
+        for (int i = 0; i <= cells; ++i)
+            for (int j = 0; j <= cells; ++j) vertices.emplace_back(-half + i * step, top, -half + j * step);
+        for (int i = 0; i < cells; ++i)
+            for (int j = 0; j < cells; ++j) {
+                const uint32_t a = i * (cells + 1) + j, b = a + 1, c = a + cells + 1, d = c + 1;
+                triangles.insert(triangles.end(), {a, b, c, b, d, c});
+            }
+    }
+    uint32_t VertexCount() const { return uint32_t(vertices.size()); }
+    uint32_t TriangleCount() const { return uint32_t(triangles.size() / 3); }
+    std::vector<Vector3> vertices;
+    std::vector<uint32_t> triangles;
+};
+
+// Closed boxes (12 triangles each) around the given centres; each box is one connected part.
+struct BoxesMesh {
+    void Add(Vector3 c, Vector3 h) {
+        const uint32_t base = uint32_t(vertices.size());
+        for (int i = 0; i < 8; ++i)
+            vertices.emplace_back(c.x + (i & 1 ? h.x : -h.x), c.y + (i & 2 ? h.y : -h.y), c.z + (i & 4 ? h.z : -h.z));
+        const uint32_t faces[12][3] = {{0, 2, 1}, {1, 2, 3}, {4, 5, 6}, {5, 7, 6}, {0, 1, 4}, {1, 5, 4},
+                                       {2, 6, 3}, {3, 6, 7}, {0, 4, 2}, {2, 4, 6}, {1, 3, 5}, {3, 7, 5}};
+        for (const auto& f : faces) triangles.insert(triangles.end(), {base + f[0], base + f[1], base + f[2]});
+    }
+    uint32_t VertexCount() const { return uint32_t(vertices.size()); }
+    uint32_t TriangleCount() const { return uint32_t(triangles.size() / 3); }
+    std::vector<Vector3> vertices;
+    std::vector<uint32_t> triangles;
+};
+
+class PhysicsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(physics.Startup());
+        physics.SetContactSoundPlayer(&sounds);
+    }
+
+    void Steps(int count) {
+        for (int i = 0; i < count; ++i) physics.Step(kFrame);
+    }
+
+    // A ball as the game makes one: frozen in z, group 1.
+    phys::Actor* Ball(Vector3 at, float radius = 1.0f) {
+        phys::Actor* ball = physics.CreateSphereActor(radius, 1.0f, 0);
+        ball->RaiseBodyFlag(phys::FrozenPosZ);
+        ball->SetGlobalPosition(at);
+        ball->SetGroup(GroupBall);
+        return ball;
+    }
+
+    // A static floor at y = top, in the track group.
+    phys::Actor* Floor(float top = 0.0f) {
+        floorMesh = GridMesh(50, 10, top);
+        phys::Actor* floor = physics.CreateMeshActor(floorMesh.VertexCount(), floorMesh.vertices.data(),
+                                                     floorMesh.TriangleCount(), floorMesh.triangles.data(), 0.0f,
+                                                     false, 0);
+        floor->SetGroup(GroupTrack);
+        return floor;
+    }
+
+    static constexpr float kFrame = 1.0f / 60.0f;
+    PhysicsSystem physics;
+    RecordingSounds sounds;
+    GridMesh floorMesh{1, 1};
+};
+
+// Runs the test inside a fresh folder, where mesh caches are written, and returns after.
+class InTempFolder {
+public:
+    explicit InTempFolder(const std::string& folder) : previous(std::filesystem::current_path()) {
+        std::filesystem::current_path(folder);
+    }
+    ~InTempFolder() { std::filesystem::current_path(previous); }
+
+private:
+    std::filesystem::path previous;
+};
+
+// Four paddles around the origin in the plane z = 0: a turbine wheel of four separate parts.
+inline BoxesMesh PaddleWheel() {
+    BoxesMesh wheel;
+    wheel.Add({2.5f, 0, 0}, {2, 0.25f, 1});
+    wheel.Add({-2.5f, 0, 0}, {2, 0.25f, 1});
+    wheel.Add({0, 2.5f, 0}, {0.25f, 2, 1});
+    wheel.Add({0, -2.5f, 0}, {0.25f, 2, 1});
+    return wheel;
+}
