@@ -15,6 +15,7 @@ struct Vector3 {
         z += b.z;
         return *this;
     }
+    Vector3 operator-(const Vector3& b) const { return {x - b.x, y - b.y, z - b.z}; }
     Vector3 operator*(float s) const { return {x * s, y * s, z * s}; }
     Vector3 operator-() const { return {-x, -y, -z}; }
 

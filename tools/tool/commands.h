@@ -8,3 +8,4 @@ enum ToolExit { ToolOk = 0, ToolBadInput = 1, ToolUsage = 2 };
 // Each command takes the arguments after its own name, prints one JSON object on standard
 // output and returns a ToolExit.
 int RunInspectTexture(const std::vector<std::string>& args);
+int RunInspectModel(const std::vector<std::string>& args);

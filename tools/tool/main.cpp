@@ -14,6 +14,8 @@ const char* kUsage =
     "commands:\n"
     "  inspect texture FILE   check a TGA texture (or a cube map named by its _posx.tga face)\n"
     "                         with the game's own reader: width, height, depth, bytes\n"
+    "  inspect model FILE     check a 3DS model with the game's own loader: the counts of\n"
+    "                         each sub-model and the bounds of all vertices\n"
     "\n"
     "  --help                 show this text\n";
 
@@ -30,9 +32,10 @@ int main(int argc, char** argv) {
     if (args.empty()) return Usage("no command given");
     if (args[0] == "--help" || args[0] == "-h" || args[0] == "help") return Usage(nullptr);
     if (args[0] == "inspect") {
-        if (args.size() < 2) return Usage("inspect needs a kind: texture");
+        if (args.size() < 2) return Usage("inspect needs a kind: texture or model");
         std::vector<std::string> rest(args.begin() + 2, args.end());
         if (args[1] == "texture") return RunInspectTexture(rest);
+        if (args[1] == "model") return RunInspectModel(rest);
         return Usage(("unknown kind to inspect: " + args[1]).c_str());
     }
     return Usage(("unknown command: " + args[0]).c_str());

@@ -1,0 +1,78 @@
+// velloran-tool inspect model FILE: loads a 3DS model the way the game does, without a display,
+// and reports what the game would see.
+#include <algorithm>
+#include <cstdio>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "graphics/max_model.h"
+#include "tools/tool/commands.h"
+
+namespace {
+
+const char* kInspectUsage =
+    "usage: velloran-tool inspect model FILE\n"
+    "\n"
+    "Reads the 3DS file FILE with the game's model loader and prints one JSON object:\n"
+    "  {\"ok\": true, \"subModels\": [{\"vertices\": V, \"triangles\": T, \"texCoords\": C,\n"
+    "   \"normals\": N}, ...], \"bounds\": {\"min\": [x, y, z], \"max\": [x, y, z]}}\n"
+    "The bounds cover every vertex of every sub-model, and are zeros when there are none.\n"
+    "On failure prints {\"ok\": false, \"error\": \"...\"} and exits 1.\n";
+
+int UsageError(const std::string& problem) {
+    std::fprintf(stderr, "velloran-tool inspect model: %s\n\n", problem.c_str());
+    std::fputs(kInspectUsage, stderr);
+    return ToolUsage;
+}
+
+// File names need not be UTF-8; the JSON must be.
+void Print(const nlohmann::ordered_json& result) {
+    std::puts(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+}
+
+nlohmann::ordered_json Bounds(const Model& model) {
+    bool any = false;
+    Vector3 low{0, 0, 0}, high{0, 0, 0};
+    for (const SubModel& sub : model.subModels) {
+        for (const Vector3& v : sub.vertices) {
+            if (!any) {
+                low = high = v;
+                any = true;
+            }
+            low = {std::min(low.x, v.x), std::min(low.y, v.y), std::min(low.z, v.z)};
+            high = {std::max(high.x, v.x), std::max(high.y, v.y), std::max(high.z, v.z)};
+        }
+    }
+    return {{"min", {low.x, low.y, low.z}}, {"max", {high.x, high.y, high.z}}};
+}
+
+}  // namespace
+
+int RunInspectModel(const std::vector<std::string>& args) {
+    std::vector<std::string> files;
+    for (const std::string& arg : args) {
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(kInspectUsage, stdout);
+            return ToolOk;
+        }
+        if (arg.size() > 1 && arg[0] == '-') return UsageError("unknown option " + arg);
+        files.push_back(arg);
+    }
+    if (files.size() != 1) return UsageError(files.empty() ? "no FILE given" : "expected exactly one FILE");
+
+    MaxModel model;
+    if (!model.Load(files[0])) {
+        Print({{"ok", false}, {"error", model.LoadError()}});
+        return ToolBadInput;
+    }
+    nlohmann::ordered_json subModels = nlohmann::ordered_json::array();
+    for (const SubModel& sub : model.subModels) {
+        subModels.push_back({{"vertices", sub.vertices.size()},
+                             {"triangles", sub.triangles.size()},
+                             {"texCoords", sub.texCoords.size()},
+                             {"normals", sub.normals.size()}});
+    }
+    Print({{"ok", true}, {"subModels", subModels}, {"bounds", Bounds(model)}});
+    return ToolOk;
+}
