@@ -35,9 +35,12 @@ Scene::Scene()
     InstallSurfaceContactHooks();
     world->setGravity(btVector3(0, -9.8f, 0));
     btContactSolverInfo& info = world->getSolverInfo();
-    // Bounces keep exactly their restitution: penetration is resolved apart from velocity.
+    // Deep penetration is pushed apart without adding velocity, so bounces keep their
+    // restitution. Shallow overlaps (under the library's 0.04) are left to the velocity solve:
+    // resolving those apart as well makes resting piles shiver for good.
     info.m_splitImpulse = true;
-    info.m_splitImpulsePenetrationThreshold = 0;
+    // Eight passes keep piles of balls still and cost a fifth less than the library's ten.
+    info.m_numIterations = 8;
     info.m_restitutionVelocityThreshold = kBounceThreshold;
     materials.resize(1);
 }
@@ -141,6 +144,8 @@ Actor* Scene::CreateActor(const ActorDesc& desc) {
     body->setUserPointer(actor);
     // Game actors never sleep: a resting ball must answer a tilt at once.
     body->setActivationState(DISABLE_DEACTIVATION);
+    // Balls and wheels turn about fixed or symmetric axes: no gyroscopic terms needed.
+    body->setFlags(body->getFlags() & ~BT_ENABLE_GYROSCOPIC_FORCE_IMPLICIT_BODY);
     int flags = body->getCollisionFlags() | btCollisionObject::CF_CUSTOM_MATERIAL_CALLBACK;
     if (desc.trigger) flags |= btCollisionObject::CF_NO_CONTACT_RESPONSE;
     body->setCollisionFlags(flags);

@@ -9,3 +9,4 @@ enum ToolExit { ToolOk = 0, ToolBadInput = 1, ToolUsage = 2 };
 // output and returns a ToolExit.
 int RunInspectTexture(const std::vector<std::string>& args);
 int RunInspectModel(const std::vector<std::string>& args);
+int RunBenchPhysics(const std::vector<std::string>& args);

@@ -16,6 +16,7 @@ const char* kUsage =
     "                         with the game's own reader: width, height, depth, bytes\n"
     "  inspect model FILE     check a 3DS model with the game's own loader: the counts of\n"
     "                         each sub-model and the bounds of all vertices\n"
+    "  bench physics          time the physics step with 100 to 2000 balls in a mesh arena\n"
     "\n"
     "  --help                 show this text\n";
 
@@ -37,6 +38,12 @@ int main(int argc, char** argv) {
         if (args[1] == "texture") return RunInspectTexture(rest);
         if (args[1] == "model") return RunInspectModel(rest);
         return Usage(("unknown kind to inspect: " + args[1]).c_str());
+    }
+    if (args[0] == "bench") {
+        if (args.size() < 2) return Usage("bench needs a kind: physics");
+        std::vector<std::string> rest(args.begin() + 2, args.end());
+        if (args[1] == "physics") return RunBenchPhysics(rest);
+        return Usage(("unknown kind to bench: " + args[1]).c_str());
     }
     return Usage(("unknown command: " + args[0]).c_str());
 }
