@@ -1,9 +1,11 @@
 #include "engine/game_engine.h"
 
 #include "engine/command_line.h"
+#include "engine/player_keys.h"
 #include "graphics/graphics_system.h"
 #include "graphics/window.h"
 #include "level/level.h"
+#include "level/level_view.h"
 #include "menu/menu.h"
 #include "physics/physics_system.h"
 #include "platform/key_codes.h"
@@ -54,20 +56,19 @@ bool GameEngine::Init() {
         return false;
     }
 
-    level = std::make_unique<Level>();
+    LevelServices services;
+    services.physics = physics.get();
+    services.random = &random;
+    services.sound = sound.get();
+    services.view = levelView.get();
+    services.showMessage = [](const std::string& text) { platform::ShowMessage(text); };
+    level = std::make_unique<Level>(std::move(services));
     if (!CommandLine().empty()) {
         if (!level->Load(CommandLine())) platform::ShowMessage("Error loading level");
         state = StatePlaying;
     }
 
-    const uint8_t bindings[][2] = {
-        {ActionTurnLeft, 'Q'},         {ActionTurnLeft, vk::Left},   {ActionTurnLeft, vk::LeftButton},
-        {ActionTurnRight, 'E'},        {ActionTurnRight, vk::Right}, {ActionTurnRight, vk::RightButton},
-        {ActionZoomOut, 'W'},          {ActionZoomOut, vk::Up},      {ActionZoomOut, vk::MiddleButton},
-        {ActionNextBall, 'F'},         {ActionNextBall, vk::Tab},    {ActionNudge, vk::Space},
-        {ActionNudge, vk::Down},       {ActionNudge, vk::ExtraButton1},
-    };
-    for (const auto& binding : bindings) input->BindKey(binding[0], binding[1]);
+    BindPlayerKeys(*input);
 
     menu = std::make_unique<Menu>();
     return true;

@@ -6,6 +6,7 @@
 
 #include "engine/frame_timer.h"
 #include "engine/input_system.h"
+#include "engine/random.h"
 
 class Window;
 class GraphicsSystem;
@@ -14,6 +15,8 @@ class PhysicsSystem;
 class Level;
 class Menu;
 class Texture2D;
+class LevelView;
+struct FrameInput;
 
 // The numbers matter: states are compared as numbers.
 enum GameState {
@@ -66,6 +69,7 @@ private:
     void SplashFrame();
     void DrawStats();
     void LoadFromMenu(const std::string& path);
+    FrameInput SampleFrame();
 
     std::unique_ptr<SoundSystem> sound;
     Texture2D* quitSplash = nullptr;
@@ -83,4 +87,7 @@ private:
     std::unique_ptr<Menu> menu;
     float quitShownAt = 0, creditsShownAt = 0, optionsShownAt = 0, introStart = -1;
     LevelChooser chooseLevel;
+    // Every random effect of play draws from this one source.
+    Random random{uint32_t(1)};
+    std::unique_ptr<LevelView> levelView;
 };

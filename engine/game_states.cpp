@@ -6,6 +6,8 @@
 #include "engine/game_engine.h"
 #include "graphics/graphics_system.h"
 #include "graphics/texture.h"
+#include "engine/player_keys.h"
+#include "level/fly_over.h"
 #include "level/level.h"
 #include "menu/menu.h"
 #include "objects/game_object.h"
@@ -27,7 +29,7 @@ void GameEngine::Frame() {
         if (!level) {
             state = StateMenu;
         } else {
-            level->Frame();
+            level->Frame(SampleFrame());
             if (level->IsFinished()) state = StateMenu;
         }
         break;
@@ -138,53 +140,17 @@ void GameEngine::IntroFrame() {
         return;
     }
     level->SetIntro(true);
-    level->Frame();
+    level->Frame(SampleFrame());
     float now = float(timer->Now());
     if (introStart < 0) introStart = now;
-    float t = now - introStart;
-
-    PositionLookAtCamera& camera = level->GetCamera();
-    camera.SetPositionRate(3.0f);
-    GameObject* ball = level->GetCurrentBall();
-    GameObject* goal = level->GetGoal();
-    auto goToPlay = [&] {
+    if (!FlyOverStep(*level, now - introStart)) {
         state = StatePlaying;
         level->SetIntro(false);
-    };
-
-    float rate = 0, height = 0;
-    Vector3 point{0, 0, 0};
-    if (t < 3) {
-        if (!ball) return goToPlay();
-        rate = 1.0f;
-        point = ball->GetPosition();
-        height = 100 - 50 * t / 3;
-    } else if (t < 6) {
-        if (!ball || !goal) return goToPlay();
-        float f = (t - 3) / 3;
-        rate = 0.75f;
-        point = ball->GetPosition() * (1 - f) + goal->GetPosition() * f;
-        height = 50 + 50 * f;
-    } else if (t < 8) {
-        if (!goal) return goToPlay();
-        rate = 1.0f;
-        point = goal->GetPosition();
-        height = 100;
-    } else if (t < 9) {
-        if (!ball || !goal) return goToPlay();
-        float g = t - 8;
-        rate = 0.5f;
-        point = goal->GetPosition() * (1 - g) + ball->GetPosition() * g;
-        height = 100;
-    } else if (t < 11) {
-        if (!ball) return goToPlay();
-        rate = 0.75f;
-        point = ball->GetPosition();
-        height = 100 - 25 * (t - 9);
-    } else {
-        return goToPlay();
     }
-    camera.SetPositionRate(rate);
-    camera.SetTargetLookAt(point.x, point.y, point.z);
-    camera.SetTargetPosition(point.x, point.y, point.z + height);
+}
+
+// The clock and the player's actions for this frame of the level.
+FrameInput GameEngine::SampleFrame() {
+    const float step = timer->TargetRate() > 0 ? float(1.0 / timer->TargetRate()) : 1.0f / 60.0f;
+    return ::SampleFrame(*input, timer->Now(), float(timer->FrameTime()), step);
 }

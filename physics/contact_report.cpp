@@ -36,17 +36,19 @@ ContactSound ContactReport::Choose(uint16_t otherGroup, const Vector3& sumNormal
 void ContactReport::OnContactNotify(const phys::ContactPair& pair, uint32_t) {
     const uint16_t group0 = pair.actors[0]->GetGroup();
     const uint16_t group1 = pair.actors[1]->GetGroup();
-    const phys::Actor* ball;
-    uint16_t otherGroup;
+    phys::Actor* ball;
+    phys::Actor* other;
     if (group0 == GroupBall) {
         ball = pair.actors[0];
-        otherGroup = group1;
+        other = pair.actors[1];
     } else if (group1 == GroupBall) {
         ball = pair.actors[1];
-        otherGroup = group0;
+        other = pair.actors[0];
     } else {
         return;
     }
+    const uint16_t otherGroup = other->GetGroup();
+    if (listener) listener->OnBallContact(ball, other);
     const ContactSound sound = Choose(otherGroup, pair.sumNormalForce);
     if (!sound.name || !sounds) return;
     sounds->PlayContactSound(sound.name, ball->GetGlobalPosition(), sound.volume);

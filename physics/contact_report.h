@@ -6,6 +6,13 @@
 
 class ContactSoundPlayer;
 
+// Told of every reported contact of a ball, before its sound is chosen.
+class ContactListener {
+public:
+    virtual ~ContactListener() = default;
+    virtual void OnBallContact(phys::Actor* ball, phys::Actor* other) = 0;
+};
+
 // The sound a ball makes when it starts touching something, chosen by what it struck.
 struct ContactSound {
     const char* name = nullptr;  // none for groups that make no sound
@@ -16,6 +23,7 @@ struct ContactSound {
 class ContactReport : public phys::UserContactReport {
 public:
     void SetSoundPlayer(ContactSoundPlayer* player) { sounds = player; }
+    void SetListener(ContactListener* value) { listener = value; }
     void OnContactNotify(const phys::ContactPair& pair, uint32_t events) override;
 
     // Louder the harder the impact: the row's constant divided by the force's length. Weak
@@ -25,4 +33,5 @@ public:
 
 private:
     ContactSoundPlayer* sounds = nullptr;
+    ContactListener* listener = nullptr;
 };

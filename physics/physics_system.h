@@ -60,6 +60,8 @@ public:
 
     // Where contact sounds go; none plays nothing.
     void SetContactSoundPlayer(ContactSoundPlayer* player) { contactReport.SetSoundPlayer(player); }
+    // Who hears of a ball's contacts first (the level, for its "Contact" event); none is nobody.
+    void SetContactListener(ContactListener* listener) { contactReport.SetListener(listener); }
     // Null before Startup.
     phys::Scene* GetScene() const { return scene.get(); }
 

@@ -15,4 +15,12 @@ public:
     virtual void Commit();
     // Plays the named positional sound; silent while no device is open.
     void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
+
+    // The level's music: started by name (false when there is no such sound), played again
+    // whenever it has run out, stopped when the level is left.
+    virtual bool PlayMusic(const std::string& name, int32_t volume);
+    virtual void RepeatMusic(int32_t volume);
+    virtual void StopMusic();
+    // A sound played once, not kept.
+    virtual void PlaySound(const std::string& name, int32_t volume);
 };

@@ -57,8 +57,9 @@ public:
 
 class Marker : public GameObject {
 public:
-    explicit Marker(Vector3 at) : at(at) {}
+    Marker(Level& level, Vector3 at) : GameObject(level, "marker"), at(at) {}
     Vector3 GetPosition() const override { return at; }
+    const char* KindName() const override { return "Marker"; }
     Vector3 at;
 };
 
@@ -68,11 +69,15 @@ public:
         loads.push_back(path);
         return loadSucceeds;
     }
-    void Frame() override { ++frames; }
-    void Place(GameObject* ball, GameObject* goalObject) {
-        currentBall = ball;
-        goal = goalObject;
+    void Frame(const FrameInput&) override { ++frames; }
+    GameObject* GetCurrentBall() const override { return ball; }
+    GameObject* GetGoal() const override { return goalObject; }
+    void Place(GameObject* placedBall, GameObject* placedGoal) {
+        ball = placedBall;
+        goalObject = placedGoal;
     }
+    GameObject* ball = nullptr;
+    GameObject* goalObject = nullptr;
     void Finish() { finished = true; }
     bool InIntro() const { return intro; }
 
@@ -221,7 +226,7 @@ TEST_F(GameEngineTest, LevelSelectionRestoresTheWorkingDirectory) {
 }
 
 TEST_F(GameEngineTest, FlyOverGlidesFromBallToGoalAndBackThenPlays) {
-    Marker ball({0, 0, 0}), goal({30, 0, 0});
+    Marker ball(*level, {0, 0, 0}), goal(*level, {30, 0, 0});
     level->Place(&ball, &goal);
     engine->SetState(StateIntro);
     PositionLookAtCamera& camera = level->GetCamera();
@@ -252,7 +257,7 @@ TEST_F(GameEngineTest, FlyOverEndsAtOnceWithoutABallAndAtThreeSecondsWithoutAGoa
     Turn(700);
     EXPECT_EQ(engine->GetState(), StatePlaying) << "no ball: the first frame goes to play";
 
-    Marker ball({0, 0, 0});
+    Marker ball(*level, {0, 0, 0});
     level->Place(&ball, nullptr);
     menu->next = ChoiceNewGame;
     engine->SetState(StateMenu);

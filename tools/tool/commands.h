@@ -10,3 +10,6 @@ enum ToolExit { ToolOk = 0, ToolBadInput = 1, ToolUsage = 2 };
 int RunInspectTexture(const std::vector<std::string>& args);
 int RunInspectModel(const std::vector<std::string>& args);
 int RunBenchPhysics(const std::vector<std::string>& args);
+int RunLint(const std::vector<std::string>& args);
+int RunSimulate(const std::vector<std::string>& args);
+int RunBenchLevel(const std::vector<std::string>& args);

@@ -17,6 +17,13 @@ const char* kUsage =
     "  inspect model FILE     check a 3DS model with the game's own loader: the counts of\n"
     "                         each sub-model and the bounds of all vertices\n"
     "  bench physics          time the physics step with 100 to 2000 balls in a mesh arena\n"
+    "  bench level LEVEL [--root DIR]\n"
+    "                         frames per second of headless play of LEVEL for 60 game seconds\n"
+    "  simulate LEVEL [--root DIR] [--frames N] [--input FILE] [--seed S] [--intro]\n"
+    "                         play LEVEL headless at 1/60 s per frame and report what happened\n"
+    "  lint LEVEL [--root DIR]\n"
+    "                         check LEVEL and the models it uses (found under DIR): errors\n"
+    "                         and warnings, each with its line\n"
     "\n"
     "  --help                 show this text\n";
 
@@ -40,10 +47,13 @@ int main(int argc, char** argv) {
         return Usage(("unknown kind to inspect: " + args[1]).c_str());
     }
     if (args[0] == "bench") {
-        if (args.size() < 2) return Usage("bench needs a kind: physics");
+        if (args.size() < 2) return Usage("bench needs a kind: physics or level");
         std::vector<std::string> rest(args.begin() + 2, args.end());
         if (args[1] == "physics") return RunBenchPhysics(rest);
+        if (args[1] == "level") return RunBenchLevel(rest);
         return Usage(("unknown kind to bench: " + args[1]).c_str());
     }
+    if (args[0] == "simulate") return RunSimulate(std::vector<std::string>(args.begin() + 1, args.end()));
+    if (args[0] == "lint") return RunLint(std::vector<std::string>(args.begin() + 1, args.end()));
     return Usage(("unknown command: " + args[0]).c_str());
 }

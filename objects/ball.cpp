@@ -1,0 +1,57 @@
+#include "objects/ball.h"
+
+#include <cmath>
+
+#include "engine/random.h"
+#include "objects/actor_group.h"
+#include "objects/class_model.h"
+#include "physics/actor.h"
+#include "physics/physics_system.h"
+
+namespace {
+
+ClassModel ballModel("Media/ball.3DS");
+ClassModel deadBallModel("Media/DeadBall.3DS");
+
+// A sphere kept in the plane, at rest at (x, y, 0); null when the physics refuses the values.
+phys::Actor* MakeSphere(PhysicsSystem* physics, float radius, float mass, uint16_t material, float x, float y,
+                        uint16_t group) {
+    if (!physics) return nullptr;
+    phys::Actor* actor = physics->CreateSphereActor(radius, mass, material);
+    if (!actor) return nullptr;
+    actor->RaiseBodyFlag(phys::FrozenPosZ);
+    actor->SetGroup(group);
+    actor->SetGlobalPosition({x, y, 0});
+    actor->SetLinearVelocity({0, 0, 0});
+    return actor;
+}
+
+}  // namespace
+
+Ball::Ball(Level& level, std::string name, float x, float y, float health, float mass, float radius)
+    : GameObject(level, std::move(name)), radius(radius), health(health), mass(mass) {
+    actor = MakeSphere(Physics(), radius, mass, 0, x, y, GroupBall);
+    if (actor) actor->userData = static_cast<GameObject*>(this);
+    model = ballModel.Get();
+}
+
+void Ball::Nudge(Random& random) {
+    Vector3 direction;
+    direction.x = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
+    direction.y = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
+    direction.z = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
+    const float length = std::sqrt(direction.x * direction.x + direction.y * direction.y + direction.z * direction.z);
+    if (length != 0.0f) {
+        direction.x /= length;
+        direction.y /= length;
+        direction.z /= length;
+    }
+    if (actor) actor->AddForce(direction * 20.0f, phys::ForceMode::Impulse);
+}
+
+DeadBall::DeadBall(Level& level, std::string name, float x, float y, float mass, float radius)
+    : GameObject(level, std::move(name)), radius(radius), mass(mass) {
+    // Material 1: high friction, no bounce.
+    actor = MakeSphere(Physics(), radius, mass, 1, x, y, GroupProp);
+    model = deadBallModel.Get();
+}

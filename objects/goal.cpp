@@ -1,0 +1,53 @@
+#include "objects/goal.h"
+
+#include <cmath>
+
+#include "level/level.h"
+#include "objects/class_model.h"
+#include "objects/particle_emitters.h"
+#include "physics/actor.h"
+
+namespace {
+
+ClassModel goalModel("Media/goal.3DS");
+
+}  // namespace
+
+Goal::Goal(Level& level, std::string name, float x, float y, float quota, float radius)
+    : TriggeredGameObject(level, std::move(name)), radius(radius), quota(quota) {
+    MakeTrigger(radius, x, y);
+    model = goalModel.Get();
+}
+
+void Goal::HandleMessage(const QueuedMessage& message) {
+    if (message.content == "Disable") enabled = false;
+    if (message.content == "Enable") enabled = true;
+}
+
+void Goal::Update() {
+    if (enabled) {
+        // Indexed: collecting a ball blanks its entries in every list, this one included.
+        for (size_t i = 0; i < entered.size(); ++i) {
+            phys::Actor* a = entered[i];
+            if (!a) continue;
+            auto* object = static_cast<GameObject*>(a->userData);
+            if (object && object->IsBall()) {
+                level.CollectBall(object);
+                RaiseEvent("Score");
+                if (ParticleSystem* particles = level.GetParticles())
+                    EmitGoalFountain(*particles, level.GetRandom(), GetPosition());
+                continue;
+            }
+            const Vector3 b = GetPosition();
+            Vector3 d = a->GetGlobalPosition() - b;
+            const float length = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
+            if (length != 0.0f) {
+                d.x /= length;
+                d.y /= length;
+                d.z /= length;
+            }
+            a->AddForce(d * 100.0f, phys::ForceMode::VelocityChange);
+        }
+    }
+    TriggeredGameObject::Update();
+}

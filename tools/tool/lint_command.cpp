@@ -1,0 +1,360 @@
+// velloran-tool lint LEVEL [--root DIR]: reads a level file the way the game does and reports
+// what would go wrong or surprise when it is played, with the line of each problem.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "graphics/max_model.h"
+#include "level/level_file.h"
+#include "level/object_kinds.h"
+#include "tools/tool/commands.h"
+
+namespace {
+
+const char* kLintUsage =
+    "usage: velloran-tool lint LEVEL [--root DIR]\n"
+    "\n"
+    "Reads the level file LEVEL with the game's reader, then changes into DIR (default: the\n"
+    "current directory, which holds Media/) to load the models it uses, and prints:\n"
+    "  {\"ok\": true|false, \"problems\": [{\"severity\": \"error\"|\"warning\", \"line\": N,\n"
+    "   \"element\": \"...\", \"message\": \"...\"}, ...]}\n"
+    "Errors break the level; warnings point at things that probably do not do what was meant.\n"
+    "Exits 1 when there is any error, 0 otherwise.\n";
+
+int UsageError(const std::string& problem) {
+    std::fprintf(stderr, "velloran-tool lint: %s\n\n", problem.c_str());
+    std::fputs(kLintUsage, stderr);
+    return ToolUsage;
+}
+
+// Radii may be off by this fraction of the model's size before the linter says so.
+constexpr double kRadiusTolerance = 0.02;
+
+struct Problem {
+    bool error;
+    int line;
+    std::string element, message;
+};
+
+struct ModelFacts {
+    bool loaded = false;
+    std::string error;
+    size_t subModels = 0;
+    double radius = 0;  // the largest distance of a vertex from the z axis
+};
+
+std::string Quote(const std::string& text) {
+    std::string quoted = "\"";
+    quoted += text;
+    quoted += '"';
+    return quoted;
+}
+
+std::string Number(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+}
+
+// How problems name an object: its element and, when it has one, its name.
+std::string Describe(const LevelObject& object) {
+    return object.name.empty() ? object.kind : object.kind + " " + Quote(object.name);
+}
+
+bool Has(const std::vector<const char*>& list, const std::string& item) {
+    return std::any_of(list.begin(), list.end(), [&](const char* entry) { return item == entry; });
+}
+
+// Whether an attribute was read into a usable value (trailing text still leaves one).
+bool ReadWell(const std::vector<AttributeProblem>& problems, const std::string& attribute) {
+    return std::none_of(problems.begin(), problems.end(), [&](const AttributeProblem& problem) {
+        return problem.attribute == attribute && problem.kind != AttributeProblem::TrailingText;
+    });
+}
+
+// "SetSpeed" is followed by the new speed; every other content must match exactly.
+bool Understands(const ObjectKind& kind, const std::string& content) {
+    if (Has(kind.contents, content) && content != "SetSpeed") return true;
+    if (!Has(kind.contents, "SetSpeed")) return false;
+    std::istringstream in(content);
+    std::string word;
+    in >> word;
+    std::string rest;
+    std::getline(in, rest, '\0');
+    float speed = 0;
+    return word == "SetSpeed" && ReadNumber(rest.c_str(), speed);
+}
+
+class Linter {
+public:
+    explicit Linter(const LevelFile& file) : file_(file) {}
+
+    std::vector<Problem> Run(bool loadModels) {
+        IndexObjects();
+        for (const LevelTrack& track : file_.tracks) {
+            ReportAttributes(track.problems, track.line, "Track", "Track" + NameSuffix(track.name));
+            if (loadModels) CheckTrackModels(track);
+        }
+        for (const LevelObject& object : file_.objects) CheckObject(object, loadModels);
+        CheckGoals();
+        std::stable_sort(problems_.begin(), problems_.end(),
+                         [](const Problem& a, const Problem& b) { return a.line < b.line; });
+        return problems_;
+    }
+
+private:
+    static std::string NameSuffix(const std::string& name) {
+        std::string suffix;
+        if (!name.empty()) suffix += ' ' + Quote(name);
+        return suffix;
+    }
+
+    void Add(bool error, int line, const std::string& element, const std::string& message) {
+        problems_.push_back({error, line, element, message});
+    }
+
+    void IndexObjects() {
+        for (const LevelObject& object : file_.objects) {
+            if (!object.known) continue;  // the game skips unknown kinds, so their names name nothing
+            byName_[object.name].push_back(&object);
+            if (object.kind == "TeleportEntrance") exitNames_.insert(object.exits.begin(), object.exits.end());
+        }
+    }
+
+    void ReportAttributes(const std::vector<AttributeProblem>& problems, int line, const std::string& element,
+                          const std::string& who) {
+        for (const AttributeProblem& problem : problems) {
+            const std::string attribute = Quote(problem.attribute);
+            switch (problem.kind) {
+                case AttributeProblem::Missing:
+                    Add(true, line, element, who + ": missing attribute " + attribute);
+                    break;
+                case AttributeProblem::NotANumber:
+                    Add(true, line, element, who + ": attribute " + attribute + " holds no number (read as 0)");
+                    break;
+                case AttributeProblem::TrailingText:
+                    Add(false, line, element,
+                        who + ": attribute " + attribute + " has text after its number, which is ignored");
+                    break;
+            }
+        }
+    }
+
+    const ModelFacts& Model(const std::string& path) {
+        auto found = models_.find(path);
+        if (found != models_.end()) return found->second;
+        ModelFacts& facts = models_[path];
+        MaxModel model;
+        facts.loaded = model.Load(path);
+        facts.error = model.LoadError();
+        facts.subModels = model.subModels.size();
+        for (const SubModel& sub : model.subModels) {
+            for (const Vector3& v : sub.vertices) {
+                facts.radius = std::max(facts.radius, std::sqrt(double(v.x) * v.x + double(v.y) * v.y));
+            }
+        }
+        return facts;
+    }
+
+    void CheckTrackModels(const LevelTrack& track) {
+        const std::string who = "Track" + NameSuffix(track.name);
+        if (ReadWell(track.problems, "collisionModel")) {
+            const ModelFacts& collision = Model("Media/" + track.collisionModel);
+            if (!collision.loaded) {
+                Add(true, track.line, "Track", who + ": collision model does not load: " + collision.error);
+            } else if (collision.subModels == 0) {
+                Add(true, track.line, "Track",
+                    who + ": collision model " + Quote(track.collisionModel) + " holds no sub-model to collide with");
+            }
+        }
+        if (ReadWell(track.problems, "renderModel")) {
+            const ModelFacts& render = Model("Media/" + track.renderModel);
+            if (!render.loaded) Add(true, track.line, "Track", who + ": render model does not load: " + render.error);
+        }
+    }
+
+    void CheckObject(const LevelObject& object, bool loadModels) {
+        const std::string who = Describe(object);
+        ReportAttributes(object.problems, object.line, object.kind, who);
+        const ObjectKind* kind = FindObjectKind(object.kind);
+        if (!kind) {
+            std::string message = "unknown object kind " + Quote(object.kind) + ": the game skips it";
+            if (!object.rules.empty()) {
+                message += " and drops its " + std::to_string(object.rules.size()) + " message(s)";
+            }
+            Add(false, object.line, object.kind, message);
+            for (const LevelRule& rule : object.rules) {
+                ReportAttributes(rule.problems, rule.line, "Message", "Message of " + who);
+            }
+            return;
+        }
+        if (kind->usesRadius && ReadWell(object.problems, "radius") && object.radius <= 0) {
+            Add(false, object.line, object.kind, who + ": radius " + Number(object.radius) + " is not above 0");
+        }
+        if (loadModels) CheckClassModel(object, *kind);
+        if (Has(kind->attributes, "mass") && ReadWell(object.problems, "mass") && object.mass <= 0) {
+            Add(true, object.line, object.kind,
+                who + ": mass " + Number(object.mass) + " is not above 0, so the object gets no body");
+        }
+        if (object.kind == "TeleportEntrance") CheckExits(object);
+        if (object.kind == "Goal") goals_.push_back(&object);
+        for (const LevelRule& rule : object.rules) CheckRule(object, *kind, rule);
+    }
+
+    void CheckClassModel(const LevelObject& object, const ObjectKind& kind) {
+        const ModelFacts& model = Model(kind.model);
+        if (!model.loaded) {
+            if (reportedModels_.insert(kind.model).second) {
+                Add(true, object.line, object.kind,
+                    std::string("the ") + kind.className + " model does not load: " + model.error);
+            }
+            return;
+        }
+        if (!kind.usesRadius || !ReadWell(object.problems, "radius") || object.radius <= 0) return;
+        if (model.radius > 0 && std::fabs(object.radius - model.radius) > kRadiusTolerance * model.radius) {
+            Add(false, object.line, object.kind,
+                Describe(object) + ": radius " + Number(object.radius) + " differs from the size of its model " +
+                    Quote(kind.model) + ", " + Number(model.radius));
+        }
+    }
+
+    void CheckExits(const LevelObject& entrance) {
+        const std::string who = Describe(entrance);
+        if (entrance.exits.empty()) {
+            Add(false, entrance.line, entrance.kind, who + ": has no exits, so nothing that enters comes out");
+            return;
+        }
+        std::vector<std::string> dangling;
+        for (const std::string& exit : entrance.exits) {
+            if (!byName_.count(exit)) dangling.push_back(exit);
+        }
+        if (dangling.size() == entrance.exits.size()) {
+            std::string names;
+            for (const std::string& exit : dangling) names += (names.empty() ? "" : ", ") + Quote(exit);
+            Add(true, entrance.line, entrance.kind, who + ": none of its exits names an object (" + names + ")");
+            return;
+        }
+        for (const std::string& exit : dangling) {
+            Add(false, entrance.line, entrance.kind, who + ": exit " + Quote(exit) + " names no object");
+        }
+    }
+
+    void CheckRule(const LevelObject& object, const ObjectKind& kind, const LevelRule& rule) {
+        const std::string who = "Message of " + Describe(object);
+        ReportAttributes(rule.problems, rule.line, "Message", who);
+        if (ReadWell(rule.problems, "event") && !Has(kind.events, rule.event)) {
+            // Whatever an entrance sends out raises Exit as it arrives.
+            if (rule.event != "Exit") {
+                Add(false, rule.line, "Message",
+                    who + ": " + kind.className + " never raises " + Quote(rule.event) + ", so it is never sent");
+            } else if (!exitNames_.count(object.name)) {
+                Add(false, rule.line, "Message",
+                    who + ": " + Quote("Exit") + " is never raised: no TeleportEntrance lists " + Quote(object.name) +
+                        " as an exit");
+            }
+        }
+        if (!ReadWell(rule.problems, "target")) return;
+        auto targets = byName_.find(rule.target);
+        if (targets == byName_.end()) {
+            Add(false, rule.line, "Message", who + ": target " + Quote(rule.target) + " names no object");
+            return;
+        }
+        if (!ReadWell(rule.problems, "content")) return;
+        const std::vector<const LevelObject*>& named = targets->second;
+        const bool understood = std::any_of(named.begin(), named.end(), [&](const LevelObject* target) {
+            return Understands(*FindObjectKind(target->kind), rule.content);
+        });
+        if (!understood) {
+            Add(false, rule.line, "Message",
+                who + ": no object named " + Quote(rule.target) + " understands " + Quote(rule.content));
+        }
+    }
+
+    void CheckGoals() {
+        for (const LevelObject* goal : goals_) {
+            if (ReadWell(goal->problems, "quota") && goal->quota <= 0) {
+                Add(false, goal->line, goal->kind,
+                    Describe(*goal) + ": quota " + Number(goal->quota) +
+                        " is not above 0, so the level is won at once");
+            }
+        }
+        if (goals_.size() < 2) return;
+        const LevelObject& last = *goals_.back();
+        for (size_t i = 0; i + 1 < goals_.size(); ++i) {
+            Add(false, goals_[i]->line, goals_[i]->kind,
+                Describe(*goals_[i]) + ": one of " + std::to_string(goals_.size()) +
+                    " Goals; only the last one, on line " + std::to_string(last.line) + ", sets the quota");
+        }
+    }
+
+    const LevelFile& file_;
+    std::vector<Problem> problems_;
+    std::map<std::string, ModelFacts> models_;
+    std::set<std::string> reportedModels_;
+    std::map<std::string, std::vector<const LevelObject*>> byName_;
+    std::set<std::string> exitNames_;
+    std::vector<const LevelObject*> goals_;
+};
+
+// File names need not be UTF-8; the JSON must be.
+int Print(const std::vector<Problem>& problems) {
+    const bool ok = std::none_of(problems.begin(), problems.end(), [](const Problem& p) { return p.error; });
+    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    for (const Problem& problem : problems) {
+        list.push_back({{"severity", problem.error ? "error" : "warning"},
+                        {"line", problem.line},
+                        {"element", problem.element},
+                        {"message", problem.message}});
+    }
+    const nlohmann::ordered_json result = {{"ok", ok}, {"problems", list}};
+    std::puts(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+    return ok ? ToolOk : ToolBadInput;
+}
+
+}  // namespace
+
+int RunLint(const std::vector<std::string>& args) {
+    std::vector<std::string> levels;
+    std::string root;
+    bool rootGiven = false;
+    for (size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        if (arg == "--help" || arg == "-h") {
+            std::fputs(kLintUsage, stdout);
+            return ToolOk;
+        }
+        if (arg == "--root") {
+            if (rootGiven) return UsageError("--root given twice");
+            if (i + 1 == args.size()) return UsageError("--root needs a DIR");
+            root = args[++i];
+            rootGiven = true;
+        } else if (arg.size() > 1 && arg[0] == '-') {
+            return UsageError("unknown option " + arg);
+        } else {
+            levels.push_back(arg);
+        }
+    }
+    if (levels.size() != 1) return UsageError(levels.empty() ? "no LEVEL given" : "expected exactly one LEVEL");
+
+    // The level is read from where the user is; only the models are looked up under DIR.
+    LevelFile file;
+    std::string error;
+    if (!ReadLevelFile(levels[0], file, error)) return Print({{true, file.errorLine, file.rootName, error}});
+
+    std::vector<Problem> cannotChange;
+    if (rootGiven) {
+        std::error_code failure;
+        std::filesystem::current_path(root, failure);
+        if (failure) cannotChange.push_back({true, 0, "", "cannot change into " + root + ": " + failure.message()});
+    }
+    std::vector<Problem> problems = Linter(file).Run(cannotChange.empty());
+    problems.insert(problems.begin(), cannotChange.begin(), cannotChange.end());
+    return Print(problems);
+}
