@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "tests/support/tga_bytes.h"
+#include "tests/support/tool_run.h"
 #include "tools/mediagen/max_writer.h"
 
 using mediagen::MaxObject;
@@ -18,26 +19,8 @@ using nlohmann::json;
 
 namespace {
 
-struct ToolRun {
-    int exitCode = -1;
-    std::string out;
-};
-
-ToolRun Shell(const std::string& command) {
-    ToolRun run;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    size_t got = 0;
-    while ((got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, got);
-    const int status = pclose(pipe);
-    if (WIFEXITED(status)) run.exitCode = WEXITSTATUS(status);
-    return run;
-}
-
 const std::string kTool = VELLORAN_GAME_DIR "/velloran-tool lint ";
 
-std::string Quoted(const std::string& path) { return "'" + path + "'"; }
 
 // A triangle whose farthest vertex from the z axis is `radius` away.
 std::vector<uint8_t> DiscModel(float radius) {

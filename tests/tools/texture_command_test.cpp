@@ -7,28 +7,12 @@
 #include <string>
 
 #include "tests/support/tga_bytes.h"
+#include "tests/support/tool_run.h"
 
 namespace {
 
-struct ToolRun {
-    int exitCode = -1;
-    std::string out;
-};
+ToolRun Tool(const std::string& arguments) { return Shell(std::string(VELLORAN_GAME_DIR "/velloran-tool inspect texture ") + arguments); }
 
-ToolRun Tool(const std::string& arguments) {
-    const std::string command = std::string(VELLORAN_GAME_DIR "/velloran-tool inspect texture ") + arguments;
-    ToolRun run;
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    size_t got = 0;
-    while ((got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, got);
-    const int status = pclose(pipe);
-    if (WIFEXITED(status)) run.exitCode = WEXITSTATUS(status);
-    return run;
-}
-
-std::string Quoted(const std::string& path) { return "'" + path + "'"; }
 
 TEST(InspectTextureTool, ReportsATextureAndACubeMap) {
     TempDir dir;

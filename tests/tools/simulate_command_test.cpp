@@ -1,0 +1,134 @@
+// velloran-tool simulate as a level designer or a script runs it: a level in a folder with
+// its Media/, played headless, reported as JSON.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/level_media.h"
+#include "tests/support/tga_bytes.h"
+#include "tests/support/tool_run.h"
+
+using nlohmann::json;
+
+namespace {
+
+const std::string kSimulate = VELLORAN_GAME_DIR "/velloran-tool simulate ";
+
+const char* kLevel = R"(<VelloranLevel>
+  <LevelInfo name="Drop" description="one ball into the goal"/>
+  <Tracks><Track name="floor" x="0" y="0" collisionModel="floor.3DS" renderModel="floor.3DS"/></Tracks>
+  <Objects>
+    <Ball name="hero" x="20" y="6" radius="1" mass="1" health="100"/>
+    <Ball name="spare" x="-40" y="1" radius="1" mass="1" health="100"/>
+    <Goal name="goal" x="20" y="3" radius="3" quota="0.5">
+      <Messages><Message event="Score" target="wheel" content="SetSpeed 2"/></Messages>
+    </Goal>
+    <Turbine name="wheel" x="-20" y="30" radius="4.5" speed="1"/>
+  </Objects>
+</VelloranLevel>
+)";
+
+class SimulateTool : public ::testing::Test {
+protected:
+    SimulateTool() {
+        WriteLevelMedia(dir.File(""));
+        std::ofstream(dir.File("drop.lvl")) << kLevel;
+        // Both balls needed, and the second far from the goal: play goes on.
+        std::string roam = kLevel;
+        roam.replace(roam.find("quota=\"0.5\""), 11, "quota=\"1.0\"");
+        roam.replace(roam.find("x=\"20\" y=\"6\""), 13, "x=\"60\" y=\"6\"");
+        std::ofstream(dir.File("roam.lvl")) << roam;
+    }
+    ToolRun Simulate(const std::string& arguments, const std::string& level = "drop.lvl") {
+        return Shell(kSimulate + level + " --root " + Quoted(dir.File("")) + " " + arguments);
+    }
+    TempDir dir;
+};
+
+TEST_F(SimulateTool, PlaysALevelToItsEndAndReportsWhatHappened) {
+    const ToolRun run = Simulate("");
+    ASSERT_EQ(run.exitCode, 0) << run.out;
+    const json report = json::parse(run.out);
+    EXPECT_EQ(report["ok"], true);
+    EXPECT_EQ(report["level"], "Drop");
+    EXPECT_EQ(report["won"], true);
+    EXPECT_EQ(report["lost"], false);
+    EXPECT_EQ(report["finished"], true);
+    const int won = report["wonAtFrame"], finished = report["finishedAtFrame"];
+    EXPECT_NEAR(finished - won, 300, 1);
+    EXPECT_EQ(report["frames"], finished + 1);
+    EXPECT_TRUE(report["lostAtFrame"].is_null());
+    EXPECT_EQ(report["ballCount"], 2);
+    EXPECT_EQ(report["collected"], 1);
+    EXPECT_EQ(report["currentBall"], 0);
+    EXPECT_EQ(report["baseGravity"], json::parse("[0, -60, 0]"));
+
+    // The goal's rule reached the turbine, and the report shows its new speed.
+    bool scored = false;
+    for (const json& e : report["events"]) scored |= e["event"] == "Score" && e["kind"] == "Goal";
+    EXPECT_TRUE(scored);
+    ASSERT_EQ(report["messages"].size(), 1u);
+    EXPECT_EQ(report["messages"][0]["object"], "wheel");
+    EXPECT_EQ(report["messages"][0]["content"], "SetSpeed 2");
+    for (const json& o : report["objects"]) {
+        if (o["kind"] == "Turbine") {
+            EXPECT_EQ(o["speed"], 2.0);
+        }
+        if (o["kind"] == "Goal") {
+            EXPECT_EQ(o["enabled"], true);
+        }
+        EXPECT_NE(o["name"], "hero");
+    }
+    ASSERT_GE(report["sounds"].size(), 1u);
+    EXPECT_EQ(report["sounds"][0]["name"], "claves");
+    EXPECT_TRUE(report["errors"].empty());
+}
+
+TEST_F(SimulateTool, ScriptedInputAndSeedsReplayExactly) {
+    std::ofstream(dir.File("input.txt")) << "# hold left for a second, then nudge\n"
+                                            "0-59 left\n"
+                                            "60 nudge,zoom   # released at frame 61\n"
+                                            "90-91 next\n";
+    const std::string arguments = "--frames 200 --seed 9 --input " + Quoted(dir.File("input.txt"));
+    const ToolRun first = Simulate(arguments, "roam.lvl");
+    const ToolRun second = Simulate(arguments, "roam.lvl");
+    ASSERT_EQ(first.exitCode, 0) << first.out;
+    EXPECT_EQ(first.out, second.out) << "the same level, seed and input give the same game";
+    const json report = json::parse(first.out);
+    EXPECT_EQ(report["frames"], 200);
+    EXPECT_NEAR(report["tilt"].get<double>(), 3.0, 1e-3);
+    EXPECT_EQ(report["won"], false);
+    EXPECT_EQ(report["currentBall"], 1) << "next, held over two frames, is released once";
+
+    const ToolRun other = Simulate("--frames 200 --seed 10 --input " + Quoted(dir.File("input.txt")), "roam.lvl");
+    EXPECT_NE(json::parse(other.out)["objects"], report["objects"]) << "the nudge is random";
+
+    // The fly-over comes first, its frames counted.
+    const json flown = json::parse(Simulate("--frames 700 --intro").out);
+    EXPECT_GT(flown["wonAtFrame"].get<int>(), 600);
+}
+
+TEST_F(SimulateTool, BadInputIsAUsageErrorAndABrokenLevelAReport) {
+    std::ofstream(dir.File("bad.txt")) << "0 left\n12 jump\n";
+    EXPECT_EQ(Simulate("--input " + Quoted(dir.File("bad.txt")) + " 2>/dev/null").exitCode, 2);
+    const ToolRun said = Shell(kSimulate + "drop.lvl --root " + Quoted(dir.File("")) + " --input " +
+                               Quoted(dir.File("bad.txt")) + " 2>&1 >/dev/null");
+    EXPECT_NE(said.out.find("line 2"), std::string::npos) << said.out;
+    EXPECT_EQ(Simulate("--frames many 2>/dev/null").exitCode, 2);
+    EXPECT_EQ(Shell(kSimulate + "2>/dev/null").exitCode, 2);
+
+    std::ofstream(dir.File("broken.lvl")) << "<VelloranLevel><Objects>";
+    const ToolRun broken = Shell(kSimulate + "broken.lvl --root " + Quoted(dir.File("")));
+    EXPECT_EQ(broken.exitCode, 1);
+    EXPECT_EQ(json::parse(broken.out)["ok"], false);
+
+    // Without its sky the level does not load, and the game's own message is reported.
+    std::filesystem::remove(dir.File("Media/sky_posx.tga"));
+    const json noSky = json::parse(Simulate("").out);
+    EXPECT_EQ(noSky["ok"], false);
+    EXPECT_EQ(noSky["errors"], json::parse(R"(["Error loading skybox"])"));
+}
+
+}  // namespace
