@@ -3,6 +3,7 @@
 #include "engine/command_line.h"
 #include "engine/player_keys.h"
 #include "graphics/graphics_system.h"
+#include "graphics/level_renderer.h"
 #include "graphics/window.h"
 #include "level/level.h"
 #include "level/level_view.h"
@@ -56,6 +57,7 @@ bool GameEngine::Init() {
         return false;
     }
 
+    levelView = std::make_unique<LevelRenderer>(*graphics);
     LevelServices services;
     services.physics = physics.get();
     services.random = &random;

@@ -18,7 +18,7 @@ class ParticleSystem;
 class PhysicsSystem;
 class Random;
 class SoundSystem;
-class Texture;
+class Texture2D;
 class TextureCUBE;
 struct LevelFile;
 
@@ -84,8 +84,8 @@ public:
     const std::string& GetDescription() const { return levelDescription; }
     ParticleSystem* GetParticles() const { return particles.get(); }
     TextureCUBE* GetSky() const { return skyTexture; }
-    Texture* GetGoalText() const { return goalText; }
-    Texture* GetControlText() const { return controlText; }
+    Texture2D* GetGoalText() const { return goalText; }
+    Texture2D* GetControlText() const { return controlText; }
 
     // Which dialogues are due this frame: the goal before one second of play, the controls
     // from one to fifteen seconds, and the end dialogues while won or lost.
@@ -133,8 +133,8 @@ protected:
     float tilt = 0.0f;
     Vector3 baseGravity{0, -60, 0};
     TextureCUBE* skyTexture = nullptr;
-    Texture* goalText = nullptr;
-    Texture* controlText = nullptr;
+    Texture2D* goalText = nullptr;
+    Texture2D* controlText = nullptr;
     std::unique_ptr<ParticleSystem> particles;
     std::vector<std::unique_ptr<class Model>> trackModels;
     FrameInput input;
