@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -130,17 +132,59 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTime) {
     std::ostringstream ignored;
     GenerateMedia(kAssets, second.path / "Media", SystemFonts(), ignored);
 
-    EXPECT_NE(progress.str().find("mediagen: wrote Media/font.tga (512x512, 32-bit)\n"), std::string::npos);
-    for (const char* name : {"font.tga", "UI_options_splash.tga", "UI_credits_splash.tga", "UI_quit_splash.tga"}) {
-        const std::vector<uint8_t> bytes = ReadBytes(first.path / "Media" / name);
-        EXPECT_EQ(TgaProblem(bytes, name == std::string("font.tga") ? 32 : 24), "") << name;
-        EXPECT_EQ(bytes, ReadBytes(second.path / "Media" / name)) << name;
-        if (name != std::string("font.tga")) {
-            EXPECT_NE(progress.str().find(std::string("wrote Media/") + name + " (1024x1024, 24-bit)"),
-                      std::string::npos);
-        }
+    std::set<std::string> written;
+    for (const fs::directory_entry& entry : fs::directory_iterator(first.path / "Media")) {
+        const std::string name = entry.path().filename().string();
+        written.insert(name);
+        EXPECT_EQ(ReadBytes(entry.path()), ReadBytes(second.path / "Media" / name)) << name;
+        // One progress line per file.
+        const std::string line = "mediagen: wrote Media/" + name + " (";
+        const std::string text = progress.str();
+        const size_t at = text.find(line);
+        EXPECT_NE(at, std::string::npos) << name;
+        EXPECT_EQ(text.find(line, at + 1), std::string::npos) << name;
     }
+    const std::string lines = progress.str();
+    EXPECT_EQ(size_t(std::count(lines.begin(), lines.end(), '\n')), written.size());
+    // What the game loads by name; CMake's media target lists the same files.
+    for (const char* name :
+         {"font.tga", "UI_options_splash.tga", "UI_credits_splash.tga", "UI_quit_splash.tga", "UI_dialogue.tga",
+          "UI_dialogue_controls.tga", "UI_dialogue_win.tga", "UI_dialogue_lose.tga", "ball.3DS", "DeadBall.3DS",
+          "Bumper.3DS", "ReverseGravityBumper.3DS", "SpawnerBumper.3DS", "Peg.3DS", "turbine1.3DS", "turbine2.3DS",
+          "HingedDoor.3DS", "TeleporterEntrance.3DS", "TeleporterExit.3DS", "goal.3DS", "intro_track.3DS",
+          "bench_track.3DS", "sky_posx.tga", "sky_negx.tga", "sky_posy.tga", "sky_negy.tga", "sky_posz.tga",
+          "sky_negz.tga", "intro_t.tga", "smoke.tga", "intro.lvl", "bench.lvl"}) {
+        EXPECT_EQ(written.count(name), 1u) << name;
+    }
+    EXPECT_EQ(written.size(), 32u);
+
+    const std::vector<std::pair<std::string, int>> depths = {
+        {"font.tga", 32},      {"UI_options_splash.tga", 24}, {"UI_dialogue.tga", 32},
+        {"sky_negz.tga", 24},  {"intro_t.tga", 24},           {"smoke.tga", 32}};
+    for (const auto& [name, depth] : depths) EXPECT_EQ(TgaProblem(ReadBytes(first.path / "Media" / name), depth), "") << name;
+    EXPECT_EQ(ReadBytes(first.path / "Media" / "intro.lvl"), ReadBytes(kAssets / "levels" / "intro.lvl"));
     fs::remove_all(second.path);
+}
+
+TEST(MediagenRun, ABadSourceStopsTheRunBeforeAnythingIsWritten) {
+    ScratchDir dir;
+    const fs::path assets = dir.path / "assets";
+    fs::create_directories(assets);
+    fs::copy(kAssets, assets, fs::copy_options::recursive);
+    {
+        std::ofstream bad(assets / "tracks" / "broken.track");
+        bad << "depth: 4\n# fine so far\npiece: 0,0 1,1 1,0 0,1\n";
+    }
+    std::ostringstream progress;
+    try {
+        GenerateMedia(assets, dir.path / "Media", SystemFonts(), progress);
+        FAIL() << "no error";
+    } catch (const MediaError& e) {
+        EXPECT_EQ(std::string(e.what()).rfind((assets / "tracks" / "broken.track").string() + ":3: piece: ", 0), 0u)
+            << e.what();
+    }
+    EXPECT_FALSE(fs::exists(dir.path / "Media"));
+    EXPECT_EQ(progress.str(), "");
 }
 
 TEST(MediagenSplash, TitleAndSkyAreAtTheLastStoredRows) {

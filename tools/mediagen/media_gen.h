@@ -14,8 +14,10 @@ struct FontSet {
 // DejaVu from fonts-dejavu-core. The media target in CMakeLists.txt lists the same files.
 FontSet SystemFonts();
 
-// Writes every file of Media/ from the sources under assetsDir into outDir, creating it if
-// needed, and prints one line per file to progress. Throws MediaError naming the file at fault.
+// Writes every file of Media/ from the sources under assetsDir (splashes/, dialogues/, tracks/,
+// levels/) and from code into outDir, creating it if needed, and prints one line per file to
+// progress. Every source is read before anything is written. Throws MediaError naming the file
+// at fault (and the line, for a bad source).
 void GenerateMedia(const std::filesystem::path& assetsDir, const std::filesystem::path& outDir,
                    const FontSet& fonts, std::ostream& progress);
 

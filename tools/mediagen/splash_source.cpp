@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/dialogues.h"
 #include "tools/mediagen/splash_screens.h"
 
 namespace mediagen {
@@ -37,9 +38,7 @@ void ReadHeaderLine(SplashSource& source, const std::string& line, const std::st
     }
 }
 
-}  // namespace
-
-SplashSource ParseSplash(std::string_view text, const std::string& name) {
+SplashSource ParsePage(std::string_view text, const std::string& name, bool needsFooter) {
     SplashSource source;
     std::istringstream lines{std::string(text)};
     std::string raw;
@@ -63,19 +62,29 @@ SplashSource ParseSplash(std::string_view text, const std::string& name) {
         source.body.push_back(line);
     }
     if (source.title.empty()) Fail(name, number, "no 'title:' line");
-    if (source.footer.empty()) Fail(name, number, "no 'footer:' line");
+    if (needsFooter && source.footer.empty()) Fail(name, number, "no 'footer:' line");
     // Gaps at either end of the body would only shift it.
     while (!source.body.empty() && source.body.back().empty()) source.body.pop_back();
     while (!source.body.empty() && source.body.front().empty()) source.body.erase(source.body.begin());
     return source;
 }
 
-SplashSource ReadSplash(const std::filesystem::path& path) {
+std::string ReadText(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
-    if (!file) throw MediaError(path.string() + ": cannot open splash source");
+    if (!file) throw MediaError(path.string() + ": cannot open text source");
     std::ostringstream text;
     text << file.rdbuf();
-    return ParseSplash(text.str(), path.string());
+    return text.str();
 }
+
+}  // namespace
+
+SplashSource ParseSplash(std::string_view text, const std::string& name) { return ParsePage(text, name, true); }
+
+SplashSource ReadSplash(const std::filesystem::path& path) { return ParseSplash(ReadText(path), path.string()); }
+
+SplashSource ParseDialogue(std::string_view text, const std::string& name) { return ParsePage(text, name, false); }
+
+SplashSource ReadDialogue(const std::filesystem::path& path) { return ParseDialogue(ReadText(path), path.string()); }
 
 }  // namespace mediagen
