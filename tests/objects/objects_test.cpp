@@ -49,6 +49,13 @@ TEST_F(Objects, AReverseGravityBumperFlipsGravityForTheCurrentBallOnly) {
     EXPECT_EQ(EventsOf(*game, "GravityUp"), std::vector<std::string>{"flop"});
     EXPECT_TRUE(EventsOf(*game, "GravityDown").empty());
     EXPECT_EQ(level().GetBaseGravity().x, 0.0f);
+
+    // With gravity pointing up, a ball rising into the bumper turns it down again.
+    game = std::make_unique<HeadlessGame>(2);
+    ASSERT_TRUE(Load(BallXml("hero", 0, 14) + R"(<RevGravBumper name="flip" x="0" y="20" radius="2" force="10"/>)"));
+    level().SetBaseGravity({0, 60, 0});
+    ASSERT_GE(RunUntil([&] { return level().GetBaseGravity().y < 0; }, 120), 0);
+    EXPECT_EQ(EventsOf(*game, "GravityDown"), std::vector<std::string>{"flip"});
 }
 
 TEST_F(Objects, SpawnersMakeOneTwoOrThreeBallsPerEntryOfTheCurrentBall) {
@@ -117,6 +124,24 @@ TEST_F(Objects, DisabledGoalsAndEntrancesLetThingsThroughAndForgetThem) {
     // The late ball falls in and scores.
     ASSERT_GE(RunUntil([&] { return level().GetCollected() == 1; }, 240), 0);
     EXPECT_EQ(Named("late"), nullptr);
+}
+
+TEST_F(Objects, ADisabledEntranceLetsBallsRestInsideUntilTheyEnterAgain) {
+    ASSERT_TRUE(Load(BallXml("hero", 0, 8) + BallXml("late", 0, 150) +
+                     R"(<TeleportEntrance name="gate" x="0" y="3" radius="3"><Exits><Exit name="out"/></Exits></TeleportEntrance>
+                        <TeleportExit name="out" x="60" y="10" radius="1"/>
+                        <Peg name="switch" x="50" y="30" radius="0.5">
+                          <Messages><Message event="Off" target="gate" content="Disable"/>
+                                    <Message event="On" target="gate" content="Enable"/></Messages></Peg>)"));
+    Named("switch")->RaiseEvent("Off");
+    Run(60);
+    EXPECT_FALSE(static_cast<TeleporterEntrance*>(Named("gate"))->IsEnabled());
+    EXPECT_NEAR(Named("hero")->GetPosition().x, 0.0f, 0.5f) << "rolled in and stayed";
+    Named("switch")->RaiseEvent("On");
+    Run(20);
+    EXPECT_NEAR(Named("hero")->GetPosition().x, 0.0f, 0.5f) << "entered while off: not moved";
+    ASSERT_GE(RunUntil([&] { return Named("late")->GetPosition().x > 50; }, 240), 0);
+    EXPECT_EQ(Count("Enter"), 0) << "only the current ball raises Enter";
 }
 
 TEST_F(Objects, SetSpeedScalesItsNumberButTheLevelFileSpeedDoesNot) {
