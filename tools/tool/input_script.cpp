@@ -1,21 +1,11 @@
 #include "tools/tool/input_script.h"
 
-#include <cctype>
-#include <cstdlib>
 #include <sstream>
 
 #include "engine/input_system.h"
+#include "tools/tool/tool_args.h"
 
 namespace {
-
-// Frames are whole numbers from 0; anything else is refused.
-bool ReadFrame(const std::string& text, int& frame) {
-    if (text.empty() || text.size() > 9) return false;
-    for (char c : text)
-        if (!std::isdigit(static_cast<unsigned char>(c))) return false;
-    frame = std::atoi(text.c_str());
-    return true;
-}
 
 bool ReadActions(const std::string& list, uint32_t& bits, std::string& bad) {
     static const std::pair<const char*, PlayerAction> kNames[] = {
@@ -59,9 +49,9 @@ bool InputScript::Parse(const std::string& text, std::string& error) {
         int first = 0, last = 0;
         const size_t dash = range.find('-');
         if (dash == std::string::npos) {
-            if (!ReadFrame(range, first)) return fail("'" + range + "' is not a frame number");
+            if (!ReadCount(range, first)) return fail("'" + range + "' is not a frame number");
             last = first;
-        } else if (!ReadFrame(range.substr(0, dash), first) || !ReadFrame(range.substr(dash + 1), last)) {
+        } else if (!ReadCount(range.substr(0, dash), first) || !ReadCount(range.substr(dash + 1), last)) {
             return fail("'" + range + "' is not a range of frames FIRST-LAST");
         }
         if (last < first) return fail("the range " + range + " ends before it begins");

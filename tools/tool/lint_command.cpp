@@ -15,6 +15,7 @@
 #include "level/level_file.h"
 #include "level/object_kinds.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/tool_args.h"
 
 namespace {
 
@@ -28,11 +29,7 @@ const char* kLintUsage =
     "Errors break the level; warnings point at things that probably do not do what was meant.\n"
     "Exits 1 when there is any error, 0 otherwise.\n";
 
-int UsageError(const std::string& problem) {
-    std::fprintf(stderr, "velloran-tool lint: %s\n\n", problem.c_str());
-    std::fputs(kLintUsage, stderr);
-    return ToolUsage;
-}
+int UsageError(const std::string& problem) { return ToolUsageError("lint", problem, kLintUsage); }
 
 // Radii may be off by this fraction of the model's size before the linter says so.
 constexpr double kRadiusTolerance = 0.02;

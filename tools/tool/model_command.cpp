@@ -8,6 +8,7 @@
 
 #include "graphics/max_model.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/tool_args.h"
 
 namespace {
 
@@ -20,11 +21,7 @@ const char* kInspectUsage =
     "The bounds cover every vertex of every sub-model, and are zeros when there are none.\n"
     "On failure prints {\"ok\": false, \"error\": \"...\"} and exits 1.\n";
 
-int UsageError(const std::string& problem) {
-    std::fprintf(stderr, "velloran-tool inspect model: %s\n\n", problem.c_str());
-    std::fputs(kInspectUsage, stderr);
-    return ToolUsage;
-}
+int UsageError(const std::string& problem) { return ToolUsageError("inspect model", problem, kInspectUsage); }
 
 // File names need not be UTF-8; the JSON must be.
 void Print(const nlohmann::ordered_json& result) {

@@ -8,6 +8,7 @@
 #include "graphics/texture.h"
 #include "graphics/tga_reader.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/tool_args.h"
 
 namespace {
 
@@ -19,11 +20,7 @@ const char* kInspectUsage =
     "A FILE ending in _posx.tga is read as a cube map: all six faces, and \"faces\": 6.\n"
     "On failure prints {\"ok\": false, \"error\": \"...\"} and exits 1.\n";
 
-int UsageError(const std::string& problem) {
-    std::fprintf(stderr, "velloran-tool inspect texture: %s\n\n", problem.c_str());
-    std::fputs(kInspectUsage, stderr);
-    return ToolUsage;
-}
+int UsageError(const std::string& problem) { return ToolUsageError("inspect texture", problem, kInspectUsage); }
 
 bool EndsWith(const std::string& text, const std::string& suffix) {
     return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
