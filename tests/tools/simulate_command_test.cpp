@@ -131,4 +131,17 @@ TEST_F(SimulateTool, BadInputIsAUsageErrorAndABrokenLevelAReport) {
     EXPECT_EQ(noSky["errors"], json::parse(R"(["Error loading skybox"])"));
 }
 
+TEST(ShippedIntro, IsLostWithoutPlayingAndWonByTurningTheLevelOver) {
+    const std::string intro = kSimulate + "Media/intro.lvl --root " + Quoted(VELLORAN_GAME_DIR);
+    const json idle = json::parse(Shell(intro).out);
+    EXPECT_EQ(idle["won"], false);
+    EXPECT_EQ(idle["lost"], true);
+
+    TempDir dir;
+    std::ofstream(dir.File("flip.txt")) << "0-29 left\n300-329 left\n";
+    const json played = json::parse(Shell(intro + " --input " + Quoted(dir.File("flip.txt"))).out);
+    EXPECT_EQ(played["won"], true);
+    EXPECT_LT(played["wonAtFrame"].get<int>(), 60 * 30);
+}
+
 }  // namespace
