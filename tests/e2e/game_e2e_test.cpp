@@ -96,4 +96,22 @@ TEST(GameEndToEnd, ALevelOnTheCommandLineIsPlayedAtOnceEvenWhenItFails) {
     EXPECT_EQ(game.WaitForExit(20s), 0) << game.ErrorOutput();
 }
 
+TEST(GameEndToEnd, TheIntroLevelPlaysWithItsQuotaAndClockOnScreen) {
+    GameProcess game(kGame, {"Media/intro.lvl"}, kGameFolder);
+    std::string window = FindGameWindow(game);
+    ASSERT_FALSE(window.empty()) << game.ErrorOutput();
+    // "Quota: 30% Collect: 3" along the bottom and the clock along the top, in white.
+    EXPECT_TRUE(WaitFor([] {
+        Screenshot shot;
+        return shot.Take() && shot.CountBright(0, 540, 780, 40, 200) > 300 && shot.CountBright(0, 0, 400, 40, 200) > 200;
+    }, 20s)) << "the level's text is not on screen";
+    // Tilting for a while changes nothing that could stop the game.
+    RunCommand("xdotool mousemove --window " + window + " 400 300 keydown q sleep 0.5 keyup q");
+    EXPECT_EQ(game.ErrorOutput().find("Error"), std::string::npos) << game.ErrorOutput();
+    int status = -1;
+    std::string closing = RunCommand(kCloseWindow + " " + window + " 2>&1", &status);
+    EXPECT_EQ(status, 0) << closing;
+    EXPECT_EQ(game.WaitForExit(20s), 0) << game.ErrorOutput();
+}
+
 }  // namespace
