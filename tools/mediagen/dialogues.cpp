@@ -72,15 +72,8 @@ void DrawRule(Picture& picture) {
     }
 }
 
-struct Layers {
-    Coverage title{kW, kH};
-    Coverage body{kW, kH};
-    Coverage bold{kW, kH};
-    Coverage footer{kW, kH};
-};
-
 // The body is centred in the room between the rule and the footer.
-void DrawBody(const SplashSource& source, Faces& faces, Layers& layers, const std::string& name) {
+void DrawBody(const SplashSource& source, Faces& faces, TextLayers& layers, const std::string& name) {
     faces.SetSize(kBodyEm, 1.0);
     std::vector<std::pair<int, TextLine>> lines;  // offset from the first baseline, line
     int offset = 0;
@@ -118,7 +111,7 @@ void DrawCentred(const Font& font, const std::string& text, int baseline, Covera
 
 Picture RenderDialogue(const SplashSource& source, const SplashFonts& fonts, const std::string& name) {
     Faces faces(fonts.regular, fonts.bold);
-    Layers layers;
+    TextLayers layers(kW, kH);
     faces.bold.SetSize(kTitleEm, 1.0);
     DrawCentred(faces.bold, source.title, kTitleBaseline, layers.title, name);
     DrawBody(source, faces, layers, name);
@@ -131,10 +124,7 @@ Picture RenderDialogue(const SplashSource& source, const SplashFonts& fonts, con
     Picture picture(kW, kH, 4);
     DrawPanel(picture);
     DrawRule(picture);
-    Blend(picture, layers.title, kTitleColour);
-    Blend(picture, layers.body, kBodyColour);
-    Blend(picture, layers.bold, kBoldColour);
-    Blend(picture, layers.footer, kFooterColour);
+    BlendLayers(picture, layers, {kTitleColour, kBodyColour, kBoldColour, kFooterColour});
     picture.FlipRows();
     return picture;
 }

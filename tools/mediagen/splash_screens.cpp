@@ -32,17 +32,9 @@ constexpr int kRuleTop = 234;
 constexpr int kBodyLineStep = 58;
 constexpr int kBodyLowestBaseline = kFooter.baseline - 90;
 
-// Layers of ink, one per colour, blended over the background at the end.
-struct Layers {
-    Coverage body{kSplashSize, kSplashSize};
-    Coverage bold{kSplashSize, kSplashSize};
-    Coverage title{kSplashSize, kSplashSize};
-    Coverage footer{kSplashSize, kSplashSize};
-};
-
 int CentredPen(int width) { return (kSplashSize - width) / 2; }
 
-void DrawBody(const SplashSource& source, Faces& faces, Layers& layers, const std::string& name) {
+void DrawBody(const SplashSource& source, Faces& faces, TextLayers& layers, const std::string& name) {
     faces.SetSize(kBody.em, kWidthScale);
     int baseline = kBody.baseline;
     for (const std::string& paragraph : source.body) {
@@ -90,7 +82,7 @@ void DrawRule(Picture& picture) {
 
 Picture RenderSplash(const SplashSource& source, const SplashFonts& fonts, const std::string& name) {
     Faces faces(fonts.regular, fonts.bold);
-    Layers layers;
+    TextLayers layers(kSplashSize, kSplashSize);
 
     faces.bold.SetSize(kTitle.em, kWidthScale);
     DrawCentred(faces.bold, source.title, kTitle.baseline, layers.title, name);
@@ -102,10 +94,7 @@ Picture RenderSplash(const SplashSource& source, const SplashFonts& fonts, const
     Picture picture(kSplashSize, kSplashSize, 3);
     FillGradient(picture);
     DrawRule(picture);
-    Blend(picture, layers.title, kTitleColour);
-    Blend(picture, layers.body, kBodyColour);
-    Blend(picture, layers.bold, kBoldColour);
-    Blend(picture, layers.footer, kFooterColour);
+    BlendLayers(picture, layers, {kTitleColour, kBodyColour, kBoldColour, kFooterColour});
     picture.FlipRows();
     return picture;
 }

@@ -83,4 +83,11 @@ void Blend(Picture& picture, const Coverage& ink, const Colour& colour) {
     }
 }
 
+void BlendLayers(Picture& picture, const TextLayers& layers, const TextColours& colours) {
+    Blend(picture, layers.title, colours.title);
+    Blend(picture, layers.body, colours.body);
+    Blend(picture, layers.bold, colours.bold);
+    Blend(picture, layers.footer, colours.footer);
+}
+
 }  // namespace mediagen

@@ -44,4 +44,17 @@ void DrawLine(const Faces& faces, const TextLine& line, int penX, int baseline, 
 // alpha the ink is laid over what is there, so text on a see-through panel is opaque.
 void Blend(Picture& picture, const Coverage& ink, const Colour& colour);
 
+// Ink of one colour per kind of text, blended over the background once everything is drawn.
+struct TextLayers {
+    TextLayers(int width, int height) : title(width, height), body(width, height), bold(width, height), footer(width, height) {}
+    Coverage title, body, bold, footer;
+};
+
+struct TextColours {
+    Colour title, body, bold, footer;
+};
+
+// Title, body, bold and footer ink, in that order, each in its colour.
+void BlendLayers(Picture& picture, const TextLayers& layers, const TextColours& colours);
+
 }  // namespace mediagen
