@@ -318,26 +318,16 @@ int Print(const std::vector<Problem>& problems) {
 }  // namespace
 
 int RunLint(const std::vector<std::string>& args) {
-    std::vector<std::string> levels;
-    std::string root;
-    bool rootGiven = false;
-    for (size_t i = 0; i < args.size(); ++i) {
-        const std::string& arg = args[i];
-        if (arg == "--help" || arg == "-h") {
-            std::fputs(kLintUsage, stdout);
-            return ToolOk;
-        }
-        if (arg == "--root") {
-            if (rootGiven) return UsageError("--root given twice");
-            if (i + 1 == args.size()) return UsageError("--root needs a DIR");
-            root = args[++i];
-            rootGiven = true;
-        } else if (arg.size() > 1 && arg[0] == '-') {
-            return UsageError("unknown option " + arg);
-        } else {
-            levels.push_back(arg);
-        }
+    ToolArgs parsed;
+    std::string problem;
+    if (!ParseToolArgs(args, {"--root"}, {}, parsed, problem)) return UsageError(problem);
+    if (parsed.help) {
+        std::fputs(kLintUsage, stdout);
+        return ToolOk;
     }
+    const std::vector<std::string>& levels = parsed.positional;
+    const bool rootGiven = parsed.Has("--root");
+    const std::string root = rootGiven ? parsed.Value("--root") : std::string();
     if (levels.size() != 1) return UsageError(levels.empty() ? "no LEVEL given" : "expected exactly one LEVEL");
 
     // The level is read from where the user is; only the models are looked up under DIR.

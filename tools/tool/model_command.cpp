@@ -47,15 +47,14 @@ nlohmann::ordered_json Bounds(const Model& model) {
 }  // namespace
 
 int RunInspectModel(const std::vector<std::string>& args) {
-    std::vector<std::string> files;
-    for (const std::string& arg : args) {
-        if (arg == "--help" || arg == "-h") {
-            std::fputs(kInspectUsage, stdout);
-            return ToolOk;
-        }
-        if (arg.size() > 1 && arg[0] == '-') return UsageError("unknown option " + arg);
-        files.push_back(arg);
+    ToolArgs parsed;
+    std::string problem;
+    if (!ParseToolArgs(args, {}, {}, parsed, problem)) return UsageError(problem);
+    if (parsed.help) {
+        std::fputs(kInspectUsage, stdout);
+        return ToolOk;
     }
+    const std::vector<std::string>& files = parsed.positional;
     if (files.size() != 1) return UsageError(files.empty() ? "no FILE given" : "expected exactly one FILE");
 
     MaxModel model;

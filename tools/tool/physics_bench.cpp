@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "physics/actor.h"
 #include "physics/physics_system.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/tool_args.h"
 
 namespace {
 
@@ -130,30 +132,27 @@ nlohmann::ordered_json Measure(int count) {
 }  // namespace
 
 int RunBenchPhysics(const std::vector<std::string>& args) {
+    ToolArgs parsed;
+    std::string problem;
+    if (!ParseToolArgs(args, {"--balls"}, {}, parsed, problem)) return ToolUsageError("bench physics", problem, kBenchUsage);
+    if (parsed.help) {
+        std::fputs(kBenchUsage, stdout);
+        return ToolOk;
+    }
+    if (!parsed.positional.empty())
+        return ToolUsageError("bench physics", "unknown argument '" + parsed.positional[0] + "'", kBenchUsage);
     std::vector<int> counts = {100, 500, 1000, 2000};
-    for (size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--help" || args[i] == "-h") {
-            std::fputs(kBenchUsage, stdout);
-            return ToolOk;
+    if (parsed.Has("--balls")) {
+        counts.clear();
+        std::stringstream list(parsed.Value("--balls"));
+        std::string item;
+        int n = 0;
+        while (std::getline(list, item, ',')) {
+            if (!ReadCount(item, n) || n <= 0)
+                return ToolUsageError("bench physics", "bad ball count '" + item + "'", kBenchUsage);
+            counts.push_back(n);
         }
-        if (args[i] == "--balls" && i + 1 < args.size()) {
-            counts.clear();
-            std::string list = args[++i];
-            for (size_t at = 0; at <= list.size();) {
-                const size_t comma = std::min(list.find(',', at), list.size());
-                const int n = std::atoi(list.substr(at, comma - at).c_str());
-                if (n <= 0) {
-                    std::fprintf(stderr, "velloran-tool bench physics: bad ball count in '%s'\n\n%s", list.c_str(),
-                                 kBenchUsage);
-                    return ToolUsage;
-                }
-                counts.push_back(n);
-                at = comma + 1;
-            }
-            continue;
-        }
-        std::fprintf(stderr, "velloran-tool bench physics: unknown argument '%s'\n\n%s", args[i].c_str(), kBenchUsage);
-        return ToolUsage;
+        if (counts.empty()) return ToolUsageError("bench physics", "--balls needs counts", kBenchUsage);
     }
 
     std::fputs("bench physics: timing one 1/60 s step (five ticks) on this machine\n", stderr);

@@ -11,13 +11,19 @@ bool ParseToolArgs(const std::vector<std::string>& args, const std::set<std::str
     for (size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
         if (arg == "--help" || arg == "-h") {
+            // Asked for help, nothing else counts.
             parsed.help = true;
+            return true;
         } else if (withValue.count(arg)) {
             if (i + 1 >= args.size()) {
                 problem = arg + " needs a value";
                 return false;
             }
-            parsed.values[arg] = args[++i];
+            if (!parsed.values.emplace(arg, args[i + 1]).second) {
+                problem = arg + " given twice";
+                return false;
+            }
+            ++i;
         } else if (flags.count(arg)) {
             parsed.flags.insert(arg);
         } else if (arg.size() > 1 && arg[0] == '-') {

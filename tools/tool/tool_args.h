@@ -15,7 +15,8 @@ struct ToolArgs {
     const std::string& Value(const std::string& option) const { return values.at(option); }
 };
 
-// False with `problem` set for an unknown option or an option without its value.
+// False with `problem` set for an unknown option, an option without its value or one given
+// twice. --help or -h stops reading: help is all that was asked for.
 bool ParseToolArgs(const std::vector<std::string>& args, const std::set<std::string>& withValue,
                    const std::set<std::string>& flags, ToolArgs& parsed, std::string& problem);
 
