@@ -34,3 +34,15 @@ struct Vector3 {
         return *this;
     }
 };
+
+// The direction of v: v divided by its length, each component in turn; a zero vector stays
+// zero. (Unlike Normalize, which skips short vectors and multiplies by the inverse length.)
+inline Vector3 DividedByLength(Vector3 v) {
+    const float length = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
+    if (length != 0.0f) {
+        v.x /= length;
+        v.y /= length;
+        v.z /= length;
+    }
+    return v;
+}

@@ -1,7 +1,5 @@
 #include "objects/ball.h"
 
-#include <cmath>
-
 #include "engine/random.h"
 #include "objects/actor_group.h"
 #include "objects/class_model.h"
@@ -40,13 +38,7 @@ void Ball::Nudge(Random& random) {
     direction.x = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
     direction.y = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
     direction.z = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
-    const float length = std::sqrt(direction.x * direction.x + direction.y * direction.y + direction.z * direction.z);
-    if (length != 0.0f) {
-        direction.x /= length;
-        direction.y /= length;
-        direction.z /= length;
-    }
-    if (actor) actor->AddForce(direction * 20.0f, phys::ForceMode::Impulse);
+    if (actor) actor->AddForce(DividedByLength(direction) * 20.0f, phys::ForceMode::Impulse);
 }
 
 DeadBall::DeadBall(Level& level, std::string name, float x, float y, float mass, float radius)

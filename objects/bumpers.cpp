@@ -1,7 +1,5 @@
 #include "objects/bumpers.h"
 
-#include <cmath>
-
 #include "engine/random.h"
 #include "level/level.h"
 #include "objects/actor_group.h"
@@ -45,13 +43,7 @@ void Bumper::Update() {
         for (phys::Actor* a : entered) {
             if (!a) continue;
             const Vector3 p = a->GetGlobalPosition();
-            Vector3 d = p - b;
-            const float length = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
-            if (length != 0.0f) {
-                d.x /= length;
-                d.y /= length;
-                d.z /= length;
-            }
+            const Vector3 d = DividedByLength(p - b);
             a->AddForce(d * force, phys::ForceMode::Impulse);
             int sparks = 5;
             if (a == current) {

@@ -1,7 +1,5 @@
 #include "objects/goal.h"
 
-#include <cmath>
-
 #include "level/level.h"
 #include "objects/class_model.h"
 #include "objects/particle_emitters.h"
@@ -39,13 +37,7 @@ void Goal::Update() {
                 continue;
             }
             const Vector3 b = GetPosition();
-            Vector3 d = a->GetGlobalPosition() - b;
-            const float length = std::sqrt(d.x * d.x + d.y * d.y + d.z * d.z);
-            if (length != 0.0f) {
-                d.x /= length;
-                d.y /= length;
-                d.z /= length;
-            }
+            const Vector3 d = DividedByLength(a->GetGlobalPosition() - b);
             a->AddForce(d * 100.0f, phys::ForceMode::VelocityChange);
         }
     }
