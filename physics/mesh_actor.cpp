@@ -27,5 +27,7 @@ phys::Actor* PhysicsSystem::CreateMeshActor(uint32_t numVertices, const Vector3*
     desc.mesh = mesh;
     desc.mass = mass;
     desc.material = material;
-    return scene->CreateActor(desc);
+    phys::Actor* actor = scene->CreateActor(desc);
+    if (!actor) scene->ReleaseTriangleMesh(mesh);
+    return actor;
 }

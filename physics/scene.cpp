@@ -174,7 +174,18 @@ void Scene::ReleaseActor(Actor* actor) {
     if (delivering)
         releasedWhileDelivering.push_back(actor);
     else
-        delete actor;
+        DestroyActor(actor);
+}
+
+void Scene::DestroyActor(Actor* actor) {
+    TriangleMesh* mesh = actor->mesh;
+    delete actor;
+    if (mesh) ReleaseTriangleMesh(mesh);
+}
+
+void Scene::ReleaseTriangleMesh(TriangleMesh* mesh) {
+    if (std::any_of(actors.begin(), actors.end(), [mesh](const Actor* a) { return a->mesh == mesh; })) return;
+    std::erase_if(meshes, [mesh](const auto& kept) { return kept.get() == mesh; });
 }
 
 PlaneJoint* Scene::CreatePlaneJoint(Actor* actor) {

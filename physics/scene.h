@@ -92,9 +92,12 @@ public:
     RevoluteJoint* CreateRevoluteJoint(Actor* actor, const Vector3& worldAnchor, const Vector3& localAnchor);
     void ReleaseJoint(Joint* joint);
 
-    // Reads a cooked mesh; the scene keeps it until it is destroyed. Null when the stream does
-    // not hold a cooked mesh.
+    // Reads a cooked mesh. The scene keeps it while actors use it: it goes with the last of
+    // them, or with the scene. Null when the stream does not hold a cooked mesh.
     TriangleMesh* CreateTriangleMesh(const Stream& cooked);
+    size_t GetMeshCount() const { return meshes.size(); }
+    // Frees a mesh that no actor uses (one that turned out to make no actor); else nothing.
+    void ReleaseTriangleMesh(TriangleMesh* mesh);
 
     // Advances by dt in ticks of exactly kTick (at most kMaxTicksPerStep; time left over is
     // carried to the next call), then delivers the trigger and contact reports of those
@@ -109,6 +112,8 @@ private:
     // After a teleport: the broadphase learns the new bounds, and old pairs are dropped.
     void RefreshPlacement(Actor* actor);
     void ForgetActor(Actor* actor);
+    // Deletes a released actor, and its mesh when no other actor uses it.
+    void DestroyActor(Actor* actor);
 
     std::unique_ptr<btDefaultCollisionConfiguration> configuration;
     std::unique_ptr<btCollisionDispatcher> dispatcher;

@@ -44,7 +44,7 @@ void Scene::Simulate(float dt) {
         }
     }
     delivering = false;
-    for (Actor* actor : releasedWhileDelivering) delete actor;
+    for (Actor* actor : releasedWhileDelivering) DestroyActor(actor);
     releasedWhileDelivering.clear();
 }
 

@@ -229,7 +229,36 @@ TEST_F(PMapCacheTest, AFlatMeshHasNothingForADynamicActorToCollideWith) {
     line.vertices = {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}};
     line.triangles = {0, 1, 2};
     EXPECT_EQ(Wheel(line), nullptr);
+    EXPECT_EQ(physics.GetScene()->GetMeshCount(), 0u) << "the mesh that made nothing is not kept";
     EXPECT_NE(Wheel(line, false, 0), nullptr);  // as a static mesh it is fine
+}
+
+TEST_F(PMapCacheTest, AMeshGoesWithTheLastActorThatUsesIt) {
+    // Levels loaded one after another must not pile up the meshes of their tracks.
+    phys::Actor* wheel = Wheel(PaddleWheel());
+    ASSERT_EQ(physics.GetScene()->GetMeshCount(), 1u);
+    physics.ReleaseActor(wheel);
+    EXPECT_EQ(physics.GetScene()->GetMeshCount(), 0u);
+
+    GridMesh floor(5, 2);
+    MemoryWriteBuffer cooked;
+    phys::TriangleMeshDesc desc;
+    desc.numVertices = floor.VertexCount();
+    desc.numTriangles = floor.TriangleCount();
+    desc.points = floor.vertices.data();
+    desc.triangles = floor.triangles.data();
+    ASSERT_TRUE(phys::CookTriangleMesh(desc, cooked));
+    phys::Scene& scene = *physics.GetScene();
+    phys::ActorDesc shared;
+    shared.kind = phys::ShapeKind::Mesh;
+    shared.mesh = scene.CreateTriangleMesh(MemoryReadBuffer(cooked.data));
+    phys::Actor* first = scene.CreateActor(shared);
+    phys::Actor* second = scene.CreateActor(shared);
+    scene.ReleaseActor(first);
+    EXPECT_EQ(scene.GetMeshCount(), 1u) << "still in use";
+    Steps(2);
+    scene.ReleaseActor(second);
+    EXPECT_EQ(scene.GetMeshCount(), 0u);
 }
 
 }  // namespace
