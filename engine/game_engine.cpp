@@ -1,9 +1,11 @@
 #include "engine/game_engine.h"
 
+#include <filesystem>
+
 #include "engine/command_line.h"
+#include "engine/level_sound_bridge.h"
 #include "engine/player_keys.h"
 #include "graphics/graphics_system.h"
-#include "graphics/level_renderer.h"
 #include "graphics/window.h"
 #include "level/level.h"
 #include "level/level_view.h"
@@ -11,25 +13,28 @@
 #include "physics/physics_system.h"
 #include "platform/key_codes.h"
 #include "platform/message_box.h"
+#include "platform/program_folder.h"
 #include "resources/resource_manager.h"
 #include "sound/sound_system.h"
+#include "view/level_renderer.h"
 
 GameEngine* GameEngine::GetInstance() {
     static GameEngine engine;
     return &engine;
 }
 
-GameEngine::GameEngine(TimerClock& clock)
-    : sound(std::make_unique<SoundSystem>()),
+GameEngine::GameEngine(TimerClock& clock, std::string folder)
+    : gameFolder(folder.empty() ? platform::ProgramFolder() : std::move(folder)),
+      resources(std::make_unique<ResourceManager>(gameFolder)),
+      sound(std::make_unique<SoundSystem>()),
       input(std::make_unique<InputSystem>()),
       window(std::make_unique<Window>()),
       graphics(std::make_unique<GraphicsSystem>()),
       timer(std::make_unique<FrameTimer>(clock)),
       physics(std::make_unique<PhysicsSystem>()) {}
 
-// The sound system, the physics object and the menu live until the process ends; an engine
-// destroyed earlier (in tests) releases them here.
-GameEngine::~GameEngine() { SetResourceClock(nullptr); }
+// The sound system, the physics object, the menu and the resources live until the engine goes.
+GameEngine::~GameEngine() = default;
 
 bool GameEngine::Init() {
     running = false;
@@ -37,15 +42,14 @@ bool GameEngine::Init() {
     if (window->Create("Velloran", 800, 600) && input->Init(window->Handle())) {
         if (!sound->Startup(window->Handle())) {
             platform::ShowMessage("SoundSystem failed t start!");
-        } else if (!graphics->Init(window.get())) {
+        } else if (!graphics->Init(window.get(), *resources)) {
             platform::ShowMessage("GraphicsSystem failed to start!");
         } else if (timer->Start()) {
             FrameTimer* clock = timer.get();
-            SetResourceClock([clock] { return clock->Now(); });
+            resources->SetClock([clock] { return clock->Now(); });
             if (!physics->Startup()) {
                 platform::ShowMessage("Physics failed to startup!");
             } else {
-                physics->SetContactSoundPlayer(sound.get());
                 started = true;
             }
         }
@@ -57,11 +61,14 @@ bool GameEngine::Init() {
         return false;
     }
 
-    levelView = std::make_unique<LevelRenderer>(*graphics);
+    levelView = std::make_unique<LevelRenderer>(*graphics, *resources);
+    levelSounds = std::make_unique<LevelSoundBridge>(*sound);
     LevelServices services;
     services.physics = physics.get();
     services.random = &random;
-    services.sound = sound.get();
+    services.resources = resources.get();
+    services.mediaFolder = (std::filesystem::path(gameFolder) / "Media").string();
+    services.sounds = levelSounds.get();
     services.view = levelView.get();
     services.showMessage = [](const std::string& text) { platform::ShowMessage(text); };
     level = std::make_unique<Level>(std::move(services));
@@ -100,7 +107,7 @@ void GameEngine::Shutdown() {
     graphics->Shutdown();
     physics->Shutdown();
     level.reset();
-    SetResourceClock(nullptr);
+    resources->SetClock(nullptr);
     timer.reset();
     input.reset();
     graphics.reset();

@@ -4,10 +4,12 @@
 #include <optional>
 #include <string>
 
+#include "core/random.h"
 #include "engine/frame_timer.h"
 #include "engine/input_system.h"
-#include "engine/random.h"
 
+class LevelSounds;
+class ResourceManager;
 class Window;
 class GraphicsSystem;
 class SoundSystem;
@@ -34,7 +36,8 @@ class GameEngine {
 public:
     static GameEngine* GetInstance();
 
-    explicit GameEngine(TimerClock& clock = PlatformTimerClock());
+    // The game finds its Media/ in gameFolder; by default the folder the program lives in.
+    explicit GameEngine(TimerClock& clock = PlatformTimerClock(), std::string gameFolder = "");
     virtual ~GameEngine();
 
     // 1 when start-up fails (nothing is shut down then), else runs the loop and gives 0.
@@ -50,6 +53,7 @@ public:
     PhysicsSystem* GetPhysics() const { return physics.get(); }
     Level* GetLevel() const { return level.get(); }
     Window* GetWindow() const { return window.get(); }
+    ResourceManager* GetResources() const { return resources.get(); }
 
     GameState GetState() const { return state; }
     void SetState(GameState newState) { state = newState; }
@@ -71,7 +75,10 @@ private:
     void LoadFromMenu(const std::string& path);
     FrameInput SampleFrame();
 
+    std::string gameFolder;
+    std::unique_ptr<ResourceManager> resources;
     std::unique_ptr<SoundSystem> sound;
+    std::unique_ptr<LevelSounds> levelSounds;
     Texture2D* quitSplash = nullptr;
     Texture2D* creditsSplash = nullptr;
     Texture2D* optionsSplash = nullptr;

@@ -70,12 +70,12 @@ void GameEngine::MenuFrame() {
     case ChoiceLevelSelect: {
         introStart = -1;
         state = StateIntro;
-        // The chooser may change the working directory; media paths are relative to it.
+        // The chooser may change the working directory; whatever it answers, it is put back.
         std::error_code ec;
         auto saved = std::filesystem::current_path(ec);
         std::optional<std::string> chosen = chooseLevel ? chooseLevel("Media") : std::nullopt;
+        if (!ec) std::filesystem::current_path(saved, ec);
         if (chosen) {
-            if (!ec) std::filesystem::current_path(saved, ec);
             LoadFromMenu(*chosen);
         } else {
             state = StateMenu;
@@ -113,7 +113,7 @@ void GameEngine::SplashFrame() {
     }
     float now = float(timer->Now());
     if (!*texture) {
-        *texture = ResourceManager::GetInstance().GetTexture(name);
+        *texture = GetTexture(*resources, name);
         if (state == StateQuit) quitShownAt = now;
     }
 

@@ -5,15 +5,6 @@
 
 #include "platform/input_source.h"
 
-// The five player actions and their numbers.
-enum PlayerAction : uint8_t {
-    ActionTurnLeft = 0,
-    ActionTurnRight = 1,
-    ActionZoomOut = 2,
-    ActionNextBall = 3,
-    ActionNudge = 4,
-};
-
 // Samples keys and mouse buttons once per loop turn. A release is an edge between two
 // samples: a key held over many turns is released in exactly one, the first that finds it up.
 class InputSystem {

@@ -2,28 +2,7 @@
 
 #include <GL/glu.h>
 
-namespace {
-
-// p + (t - p) is not always t in floats, so a step that closes the whole gap lands on t itself.
-void Glide(Vector3& current, const Vector3& target, float fraction) {
-    if (fraction >= 1.0f)
-        current = target;
-    else
-        current += (target + -current) * fraction;
-}
-
-}  // namespace
-
-void PositionLookAtCamera::Update(float, float frameTime) {
-    Glide(position, targetPosition, positionRate * frameTime);
-    Glide(lookAt, targetLookAt, lookAtRate * frameTime);
-}
-
-void PositionLookAtCamera::Apply() {
-    gluLookAt(position.x, position.y, position.z, lookAt.x, lookAt.y, lookAt.z, 0.0, 1.0, 0.0);
-}
-
-Vector3 PositionLookAtCamera::GetDirection() {
-    Vector3 direction = lookAt + -position;
-    return direction.Normalize();
+void ApplyCamera(const PositionLookAtCamera& camera) {
+    const Vector3 eye = camera.GetPosition(), at = camera.LookAt();
+    gluLookAt(eye.x, eye.y, eye.z, at.x, at.y, at.z, 0.0, 1.0, 0.0);
 }

@@ -29,8 +29,9 @@ void SetLight(GLenum light, const GLfloat position[4]) {
 
 GraphicsSystem::~GraphicsSystem() { Shutdown(); }
 
-bool GraphicsSystem::Init(Window* gameWindow) {
+bool GraphicsSystem::Init(Window* gameWindow, ResourceManager& manager) {
     window = gameWindow;
+    resources = &manager;
     if (!window || !window->Handle() || !window->Handle()->CreateGLContext()) return false;
     hasContext = true;
     window->Handle()->MakeGLCurrent(true);
@@ -44,10 +45,10 @@ bool GraphicsSystem::Init(Window* gameWindow) {
         return false;
     }
     SetGlContextAvailable(true);
-    font = ResourceManager::GetInstance().GetTexture("font");
+    RegisterTextureTypes(manager);
+    font = GetTexture(manager, "font");
     if (!font) {
-        std::fprintf(stderr, "The texture \"font\" was not found in %s/media\n",
-                     ResourceManager::GetInstance().BaseDirectory().c_str());
+        std::fprintf(stderr, "The texture \"font\" was not found in %s/media\n", manager.BaseDirectory().c_str());
         return false;
     }
     font->EnsureLoaded();
@@ -56,6 +57,10 @@ bool GraphicsSystem::Init(Window* gameWindow) {
 
 void GraphicsSystem::Shutdown() {
     if (!hasContext) return;
+    if (resources) {
+        resources->DiscardAll(ResourceTexture2D);
+        resources->DiscardAll(ResourceTextureCube);
+    }
     SetGlContextAvailable(false);
     if (window && window->Handle()) window->Handle()->DestroyGLContext();
     hasContext = false;

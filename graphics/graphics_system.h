@@ -1,6 +1,7 @@
 #pragma once
 #include "graphics/screen_quad.h"
 
+class ResourceManager;
 class Window;
 class Texture;
 class Texture2D;
@@ -10,8 +11,11 @@ class Texture2D;
 class GraphicsSystem {
 public:
     virtual ~GraphicsSystem();
-    // Makes the context, loads the GL entry points and the "font" texture; false on failure.
-    virtual bool Init(Window* window);
+    // Makes the context, loads the GL entry points, makes the manager's pictures textures and
+    // loads the "font" texture from it; false on failure.
+    virtual bool Init(Window* window, ResourceManager& resources);
+    // Unloads every texture while the context still exists (they load again on their next
+    // use in a new context), then destroys the context.
     virtual void Shutdown();
 
     void BeginFrame();
@@ -32,6 +36,7 @@ private:
     void SetRenderingState();
 
     Window* window = nullptr;
+    ResourceManager* resources = nullptr;
     bool hasContext = false;
     Texture2D* font = nullptr;
 };

@@ -4,7 +4,7 @@
 
 #include "graphics/gl_context.h"
 #include "graphics/texture.h"
-#include "graphics/tga_reader.h"
+#include "formats/tga_reader.h"
 
 ManagedTexture::ManagedTexture(std::string path, std::string name, ILoadListener* listener, unsigned target)
     : Resource(std::move(path), std::move(name), listener), target(target) {}

@@ -51,14 +51,16 @@ public:
     int32_t Load(const std::string& path) override;
 };
 
-// A cube map from six TGA files named by the path of any face: the last nine characters
-// ("_posx.tga") are replaced by each face suffix in turn.
+// A cube map from six TGA files named by the path of any face (formats/cube_faces.h).
 class TextureCUBE : public ManagedTexture {
 public:
     TextureCUBE(std::string path, std::string name, ILoadListener* listener);
     int32_t Load(const std::string& path) override;
 };
 
-// Registers Texture2D and TextureCUBE as the manager's two texture kinds.
 class ResourceManager;
+// Makes Texture2D and TextureCUBE the manager's two picture kinds, in place of the headless ones.
 void RegisterTextureTypes(ResourceManager& manager);
+// The named texture, or null when it is not found, does not load, or was made by another kind.
+Texture2D* GetTexture(ResourceManager& manager, const std::string& name);
+TextureCUBE* GetCubeTexture(ResourceManager& manager, const std::string& name);

@@ -4,7 +4,7 @@
 
 #include "graphics/gl_context.h"
 #include "graphics/texture.h"
-#include "graphics/tga_reader.h"
+#include "formats/tga_reader.h"
 
 Texture2D::Texture2D(std::string path, std::string name, ILoadListener* listener)
     : ManagedTexture(std::move(path), std::move(name), listener, GL_TEXTURE_2D) {}

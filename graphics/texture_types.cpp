@@ -13,3 +13,11 @@ void RegisterTextureTypes(ResourceManager& manager) {
         return std::make_unique<TextureCUBE>(path, name, listener);
     });
 }
+
+Texture2D* GetTexture(ResourceManager& manager, const std::string& name) {
+    return dynamic_cast<Texture2D*>(manager.Get(ResourceTexture2D, name));
+}
+
+TextureCUBE* GetCubeTexture(ResourceManager& manager, const std::string& name) {
+    return dynamic_cast<TextureCUBE*>(manager.Get(ResourceTextureCube, name));
+}

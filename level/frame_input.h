@@ -1,5 +1,14 @@
 #pragma once
-#include "engine/input_system.h"
+#include <cstdint>
+
+// The five player actions and their numbers.
+enum PlayerAction : uint8_t {
+    ActionTurnLeft = 0,
+    ActionTurnRight = 1,
+    ActionZoomOut = 2,
+    ActionNextBall = 3,
+    ActionNudge = 4,
+};
 
 // What one frame of play is given: the clock and the player's actions, sampled once.
 struct FrameInput {

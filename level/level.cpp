@@ -1,39 +1,52 @@
 #include "level/level.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 
-#include "engine/random.h"
-#include "graphics/model.h"
-#include "graphics/texture.h"
+#include "core/random.h"
+#include "formats/model.h"
 #include "level/level_file.h"
+#include "level/level_sounds.h"
+#include "level/object_kinds.h"
+#include "objects/actor_group.h"
 #include "objects/ball.h"
+#include "objects/contact_sounds.h"
+#include "objects/game_world.h"
 #include "objects/goal.h"
 #include "objects/particle_system.h"
 #include "physics/actor.h"
 #include "physics/physics_system.h"
 #include "resources/resource_manager.h"
-#include "sound/sound_system.h"
 
 namespace {
 
 constexpr int kParticleCount = 5000;
+constexpr int32_t kMusicVolume = -2500;
+constexpr int32_t kStartSoundVolume = -1500;
 
 }  // namespace
 
-Level::Level(LevelServices services) : services(std::move(services)) {
-    if (this->services.physics) this->services.physics->SetContactListener(this);
+Level::Level(LevelServices given) : services(std::move(given)), classModels(services.mediaFolder) {
+    if (services.physics) {
+        SetUpGameWorld(*services.physics);
+        services.physics->SetContactListener(this);
+    }
 }
 
 Level::~Level() {
     Clear();
-    if (services.physics) services.physics->SetContactListener(nullptr);
+    if (services.physics) services.physics->RemoveContactListener(this);
 }
 
 Random& Level::GetRandom() const {
-    // Without a source of its own a level still plays, from a fixed seed.
-    static Random fallback;
-    return services.random ? *services.random : fallback;
+    assert(services.random && "every random effect draws from the one source the level is given");
+    return *services.random;
+}
+
+Model* Level::ClassModel(const std::string& className) {
+    const ObjectKind* kind = FindObjectClass(className);
+    return kind ? classModels.Get(kind->model) : nullptr;
 }
 
 void Level::Show(const std::string& message) const {
@@ -63,31 +76,29 @@ void Level::Clear() {
     camera = PositionLookAtCamera();
     tilt = 0.0f;
     baseGravity = Vector3(0, -60, 0);
-    skyTexture = nullptr;
-    goalText = controlText = nullptr;
     zoom = 0.0f;
-    if (services.sound) services.sound->StopMusic();
+    contacts.clear();
+    if (services.sounds) services.sounds->StopMusic();
     particles.reset();
 }
 
+// The pictures every level needs must be there before anything is built; the view draws them.
 bool Level::LoadResources() {
-    ResourceManager& resources = ResourceManager::GetInstance();
-    skyTexture = resources.GetCubeTexture("sky");
-    if (!skyTexture) {
+    assert(services.resources && "a level loads its pictures through the resource manager");
+    ResourceManager& resources = *services.resources;
+    if (!resources.Get(ResourceTextureCube, "sky")) {
         Show("Error loading skybox");
         return false;
     }
-    goalText = resources.GetTexture("UI_dialogue");
-    if (!goalText) {
+    if (!resources.Get(ResourceTexture2D, "UI_dialogue")) {
         Show("Error loading goal text");
         return false;
     }
-    controlText = resources.GetTexture("UI_dialogue_controls");
-    if (!controlText) {
+    if (!resources.Get(ResourceTexture2D, "UI_dialogue_controls")) {
         Show("Error loading control text");
         return false;
     }
-    if (!resources.GetTexture("intro_t")) {
+    if (!resources.Get(ResourceTexture2D, "intro_t")) {
         Show("Error loading track texture");
         return false;
     }
@@ -119,9 +130,9 @@ bool Level::Load(const std::string& path) {
     BuildTracks(file);
     BuildObjects(file);
 
-    if (services.sound) {
-        services.sound->PlayMusic("audiotrack1", -2500);
-        services.sound->PlaySound("comet_1", -1500);
+    if (services.sounds) {
+        services.sounds->PlayMusic("audiotrack1", kMusicVolume);
+        services.sounds->PlaySound("comet_1", kStartSoundVolume);
     }
     particles = std::make_unique<ParticleSystem>(kParticleCount);
     particles->emitTimer = 0;
@@ -172,7 +183,21 @@ GameObject* Level::GetCurrentBall() const {
 
 GameObject* Level::GetGoal() const { return goal; }
 
-void Level::OnBallContact(phys::Actor* ball, phys::Actor*) {
-    GameObject* current = GetCurrentBall();
-    if (current && current->GetActor() == ball) current->RaiseEvent("Contact");
+void Level::OnContactNotify(const phys::ContactPair& pair, uint32_t) { contacts.push_back(pair); }
+
+// Only pairs with a ball count; the actors are still alive, since nothing is released between
+// the step and this.
+void Level::HandleContacts() {
+    for (const phys::ContactPair& pair : contacts) {
+        const int ballSide = pair.actors[0]->GetGroup() == GroupBall ? 0 : pair.actors[1]->GetGroup() == GroupBall ? 1 : -1;
+        if (ballSide < 0) continue;
+        phys::Actor* ball = pair.actors[ballSide];
+        phys::Actor* other = pair.actors[1 - ballSide];
+        GameObject* current = GetCurrentBall();
+        if (current && current->GetActor() == ball) current->RaiseEvent("Contact");
+        const ContactSound sound = ChooseContactSound(other->GetGroup(), pair.sumNormalForce);
+        if (sound.name && services.sounds)
+            services.sounds->PlayContactSound(sound.name, ball->GetGlobalPosition(), sound.volume);
+    }
+    contacts.clear();
 }

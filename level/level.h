@@ -4,30 +4,34 @@
 #include <string>
 #include <vector>
 
-#include "engine/vector3.h"
-#include "graphics/camera.h"
+#include "core/look_at_camera.h"
+#include "core/vector3.h"
 #include "level/frame_input.h"
-#include "physics/contact_report.h"
+#include "objects/model_cache.h"
+#include "physics/scene.h"
 
 class Ball;
 class GameObject;
 class Goal;
 class LevelObserver;
+class LevelSounds;
 class LevelView;
+class Model;
 class ParticleSystem;
 class PhysicsSystem;
 class Random;
-class SoundSystem;
-class Texture2D;
-class TextureCUBE;
+class ResourceManager;
 struct LevelFile;
 
-// What a level works with. Physics and the random source are needed to build objects; the
-// rest may be absent (no sound, no window, nobody watching).
+// What a level works with. Physics, the random source and the resources are needed to load
+// and play; the rest may be absent (no sound, no window, nobody watching).
 struct LevelServices {
     PhysicsSystem* physics = nullptr;
     Random* random = nullptr;
-    SoundSystem* sound = nullptr;
+    ResourceManager* resources = nullptr;
+    // Where class and track models are found.
+    std::string mediaFolder = "Media";
+    LevelSounds* sounds = nullptr;
     LevelView* view = nullptr;
     LevelObserver* observer = nullptr;
     // Shows a message to the player (a box in the game, a report line in tools).
@@ -36,7 +40,7 @@ struct LevelServices {
 
 // The one level every level file is loaded into: its objects, its balls and the current one,
 // the rules' counters and clocks, the camera, the tilt and gravity, and its particles.
-class Level : public ContactListener {
+class Level : private phys::UserContactReport {
 public:
     static constexpr double kTimeLimit = 180.0;
 
@@ -83,9 +87,6 @@ public:
     const std::string& GetName() const { return levelName; }
     const std::string& GetDescription() const { return levelDescription; }
     ParticleSystem* GetParticles() const { return particles.get(); }
-    TextureCUBE* GetSky() const { return skyTexture; }
-    Texture2D* GetGoalText() const { return goalText; }
-    Texture2D* GetControlText() const { return controlText; }
 
     // Which dialogues are due this frame: the goal before one second of play, the controls
     // from one to fifteen seconds, and the end dialogues while won or lost.
@@ -96,16 +97,19 @@ public:
         return {elapsed < 1.0, elapsed > 1.0 && elapsed < 15.0, won, lost};
     }
 
-    // For objects: the world they live in, the shared random source, the frame being played.
+    // For objects: the world they live in, the shared random source, the frame being played,
+    // the model of their class (null when its file does not load).
     PhysicsSystem* Physics() const { return services.physics; }
     Random& GetRandom() const;
     const FrameInput& CurrentInput() const { return input; }
     LevelObserver* Observer() const { return services.observer; }
-
-    // A ball started touching something: "Contact" on the current ball.
-    void OnBallContact(phys::Actor* ball, phys::Actor* other) override;
+    Model* ClassModel(const std::string& className);
 
 protected:
+    // Contacts are only recorded during the step and acted on after it.
+    void OnContactNotify(const phys::ContactPair& pair, uint32_t events) override;
+    // "Contact" on the current ball and a sound for every ball contact of the step, in order.
+    void HandleContacts();
     void Clear();
     bool LoadResources();
     void BuildTracks(const LevelFile& file);
@@ -132,10 +136,9 @@ protected:
     PositionLookAtCamera camera;
     float tilt = 0.0f;
     Vector3 baseGravity{0, -60, 0};
-    TextureCUBE* skyTexture = nullptr;
-    Texture2D* goalText = nullptr;
-    Texture2D* controlText = nullptr;
     std::unique_ptr<ParticleSystem> particles;
+    ModelCache classModels;
+    std::vector<phys::ContactPair> contacts;
     std::vector<std::unique_ptr<class Model>> trackModels;
     FrameInput input;
     float zoom = 0.0f;

@@ -2,14 +2,14 @@
 // the particles, the drawing and the rules, in this order.
 #include <cmath>
 
-#include "engine/random.h"
+#include "core/random.h"
 #include "level/level.h"
 #include "level/level_view.h"
 #include "objects/ball.h"
 #include "objects/particle_emitters.h"
 #include "objects/particle_system.h"
 #include "physics/physics_system.h"
-#include "sound/sound_system.h"
+#include "level/level_sounds.h"
 
 namespace {
 
@@ -18,6 +18,7 @@ constexpr float kZoomOut = 200.0f;
 constexpr float kCameraHeight = 40.0f;
 constexpr float kCameraCeiling = 500.0f;
 constexpr double kDialogueSeconds = 5.0;
+constexpr int32_t kMusicRepeatVolume = -1500;
 
 }  // namespace
 
@@ -61,6 +62,7 @@ void Level::Frame(const FrameInput& frame) {
             camera.SetTargetLookAt(b.x, b.y, b.z);
         }
         if (services.physics) services.physics->Step(frame.step);
+        HandleContacts();
         UpdateObjects();
     }
 
@@ -96,7 +98,7 @@ void Level::Frame(const FrameInput& frame) {
     if (services.view) services.view->DrawOverlay(*this, remaining, textSize);
 
     ApplyRules(remaining);
-    if (services.sound) services.sound->RepeatMusic(-1500);
+    if (services.sounds) services.sounds->RepeatMusic(kMusicRepeatVolume);
 }
 
 // Objects added during the loop are updated this frame; removing one at or before the

@@ -1,7 +1,7 @@
 #pragma once
 #include <string>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 class Level;
 class ParticleSystem;

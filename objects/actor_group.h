@@ -9,3 +9,7 @@ enum ActorGroup : uint16_t {
     GroupPeg = 4,
     GroupProp = 5,  // loose dynamic props: dead balls, turbines, doors
 };
+
+// The surface materials objects are made of (objects/game_world.cpp gives their values).
+inline constexpr uint16_t kDefaultMaterial = 0;
+inline constexpr uint16_t kDeadBallMaterial = 1;

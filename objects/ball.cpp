@@ -1,15 +1,13 @@
 #include "objects/ball.h"
 
-#include "engine/random.h"
+#include "core/random.h"
+#include "level/level.h"
 #include "objects/actor_group.h"
-#include "objects/class_model.h"
 #include "physics/actor.h"
 #include "physics/physics_system.h"
 
 namespace {
 
-ClassModel ballModel("Media/ball.3DS");
-ClassModel deadBallModel("Media/DeadBall.3DS");
 
 // A sphere kept in the plane, at rest at (x, y, 0); null when the physics refuses the values.
 phys::Actor* MakeSphere(PhysicsSystem* physics, float radius, float mass, uint16_t material, float x, float y,
@@ -28,9 +26,9 @@ phys::Actor* MakeSphere(PhysicsSystem* physics, float radius, float mass, uint16
 
 Ball::Ball(Level& level, std::string name, float x, float y, float health, float mass, float radius)
     : GameObject(level, std::move(name)), radius(radius), health(health), mass(mass) {
-    actor = MakeSphere(Physics(), radius, mass, 0, x, y, GroupBall);
+    actor = MakeSphere(Physics(), radius, mass, kDefaultMaterial, x, y, GroupBall);
     if (actor) actor->userData = static_cast<GameObject*>(this);
-    model = ballModel.Get();
+    model = level.ClassModel("Ball");
 }
 
 void Ball::Nudge(Random& random) {
@@ -43,7 +41,7 @@ void Ball::Nudge(Random& random) {
 
 DeadBall::DeadBall(Level& level, std::string name, float x, float y, float mass, float radius)
     : GameObject(level, std::move(name)), radius(radius), mass(mass) {
-    // Material 1: high friction, no bounce.
-    actor = MakeSphere(Physics(), radius, mass, 1, x, y, GroupProp);
-    model = deadBallModel.Get();
+    // Grippy and dull: high friction, no bounce.
+    actor = MakeSphere(Physics(), radius, mass, kDeadBallMaterial, x, y, GroupProp);
+    model = level.ClassModel("DeadBall");
 }

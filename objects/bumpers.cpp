@@ -1,21 +1,12 @@
 #include "objects/bumpers.h"
 
-#include "engine/random.h"
+#include "core/random.h"
 #include "level/level.h"
 #include "objects/actor_group.h"
 #include "objects/ball.h"
-#include "objects/class_model.h"
 #include "objects/particle_emitters.h"
 #include "physics/actor.h"
 #include "physics/physics_system.h"
-
-namespace {
-
-ClassModel bumperModel("Media/Bumper.3DS");
-ClassModel reverseModel("Media/ReverseGravityBumper.3DS");
-ClassModel spawnerModel("Media/SpawnerBumper.3DS");
-
-}  // namespace
 
 Bumper::Bumper(Level& level, std::string name, float x, float y, float force, float radius)
     : TriggeredGameObject(level, std::move(name)), radius(radius), force(force) {
@@ -28,7 +19,7 @@ Bumper::Bumper(Level& level, std::string name, float x, float y, float force, fl
         }
     }
     if (force > 0) MakeTrigger(radius * 1.1f, x, y);
-    model = bumperModel.Get();
+    model = level.ClassModel("Bumper");
 }
 
 phys::Actor* Bumper::CurrentBallActor() const {
@@ -61,7 +52,7 @@ void Bumper::Update() {
 ReverseGravityBumper::ReverseGravityBumper(Level& level, std::string name, float x, float y, float force,
                                            float radius)
     : Bumper(level, std::move(name), x, y, force, radius) {
-    model = reverseModel.Get();
+    model = level.ClassModel("ReverseGravityBumper");
 }
 
 void ReverseGravityBumper::Update() {
@@ -82,7 +73,7 @@ void ReverseGravityBumper::Update() {
 SpawnerBumper::SpawnerBumper(Level& level, std::string name, float x, float y, float force, float radius,
                              int32_t count)
     : Bumper(level, std::move(name), x, y, force, radius), count(count) {
-    model = spawnerModel.Get();
+    model = level.ClassModel("SpawnerBumper");
 }
 
 void SpawnerBumper::Update() {

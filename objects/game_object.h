@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 #include "objects/message.h"
 
 class Level;

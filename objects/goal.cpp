@@ -1,20 +1,13 @@
 #include "objects/goal.h"
 
 #include "level/level.h"
-#include "objects/class_model.h"
 #include "objects/particle_emitters.h"
 #include "physics/actor.h"
-
-namespace {
-
-ClassModel goalModel("Media/goal.3DS");
-
-}  // namespace
 
 Goal::Goal(Level& level, std::string name, float x, float y, float quota, float radius)
     : TriggeredGameObject(level, std::move(name)), radius(radius), quota(quota) {
     MakeTrigger(radius, x, y);
-    model = goalModel.Get();
+    model = level.ClassModel("Goal");
 }
 
 void Goal::HandleMessage(const QueuedMessage& message) {

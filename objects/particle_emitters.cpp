@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "engine/random.h"
+#include "core/random.h"
 #include "objects/particle_system.h"
 
 // Random draws are taken into locals one statement at a time: the order of a call's

@@ -1,5 +1,5 @@
 #pragma once
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 class ParticleSystem;
 class Random;

@@ -1,22 +1,14 @@
 #include "objects/teleporters.h"
 
-#include "engine/random.h"
+#include "core/random.h"
 #include "level/level.h"
-#include "objects/class_model.h"
 #include "objects/particle_emitters.h"
 #include "physics/actor.h"
-
-namespace {
-
-ClassModel entranceModel("Media/TeleporterEntrance.3DS");
-ClassModel exitModel("Media/TeleporterExit.3DS");
-
-}  // namespace
 
 TeleporterEntrance::TeleporterEntrance(Level& level, std::string name, float x, float y, float radius)
     : TriggeredGameObject(level, std::move(name)), radius(radius) {
     MakeTrigger(radius, x, y);
-    model = entranceModel.Get();
+    model = level.ClassModel("TeleporterEntrance");
 }
 
 void TeleporterEntrance::HandleMessage(const QueuedMessage& message) {
@@ -60,5 +52,5 @@ void TeleporterEntrance::Update() {
 
 TeleporterExit::TeleporterExit(Level& level, std::string name, float x, float y)
     : GameObject(level, std::move(name)), x(x), y(y) {
-    model = exitModel.Get();
+    model = level.ClassModel("TeleporterExit");
 }

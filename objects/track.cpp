@@ -1,6 +1,6 @@
 #include "objects/track.h"
 
-#include "graphics/model.h"
+#include "formats/model.h"
 #include "objects/actor_group.h"
 #include "physics/actor.h"
 #include "physics/physics_system.h"

@@ -2,19 +2,15 @@
 
 #include <sstream>
 
-#include "graphics/model.h"
+#include "formats/model.h"
+#include "level/level.h"
 #include "objects/actor_group.h"
-#include "objects/class_model.h"
 #include "physics/actor.h"
 #include "physics/joint.h"
 #include "physics/physics_system.h"
 
 namespace {
 
-ClassModel turbineModel("Media/turbine2.3DS");
-ClassModel freeTurbineModel("Media/turbine1.3DS");
-ClassModel doorModel("Media/HingedDoor.3DS");
-ClassModel pegModel("Media/Peg.3DS");
 
 constexpr float kMotorForce = 99.0f;
 
@@ -33,7 +29,7 @@ phys::Actor* MakeWheel(PhysicsSystem* physics, Model* model, float mass) {
 
 Turbine::Turbine(Level& level, std::string name, float x, float y, float speed)
     : GameObject(level, std::move(name)), speed(speed) {
-    model = turbineModel.Get();
+    model = level.ClassModel("Turbine");
     actor = MakeWheel(Physics(), model, 1.0f);
     if (!actor) return;
     hinge = Physics()->CreateRevoluteJoint(actor, x, y, 0, 0);
@@ -60,7 +56,7 @@ void Turbine::HandleMessage(const QueuedMessage& message) {
 
 FreeTurbine::FreeTurbine(Level& level, std::string name, float x, float y, float mass)
     : GameObject(level, std::move(name)), mass(mass) {
-    model = freeTurbineModel.Get();
+    model = level.ClassModel("FreeTurbine");
     actor = MakeWheel(Physics(), model, mass);
     if (!actor) return;
     actor->SetGlobalPosition({x, y, 0});
@@ -72,7 +68,7 @@ FreeTurbine::FreeTurbine(Level& level, std::string name, float x, float y, float
 
 HingedDoor::HingedDoor(Level& level, std::string name, float x, float y, float mass)
     : GameObject(level, std::move(name)), mass(mass) {
-    model = doorModel.Get();
+    model = level.ClassModel("HingedDoor");
     PhysicsSystem* physics = Physics();
     if (!physics) return;
     actor = physics->CreateBoxActor(1, 6, 10, 0, 3, 0, mass, 0);
@@ -90,7 +86,7 @@ HingedDoor::~HingedDoor() {
 
 Peg::Peg(Level& level, std::string name, float x, float y, float radius)
     : GameObject(level, std::move(name)), radius(radius) {
-    model = pegModel.Get();
+    model = level.ClassModel("Peg");
     if (PhysicsSystem* physics = Physics()) {
         actor = physics->CreateSphereActor(radius, 0, 0);
         if (actor) {

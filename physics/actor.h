@@ -1,8 +1,8 @@
 #pragma once
 #include <cstdint>
 
-#include "engine/matrix4.h"
-#include "engine/vector3.h"
+#include "core/matrix4.h"
+#include "core/vector3.h"
 #include "physics/physics_types.h"
 
 class btRigidBody;

@@ -3,7 +3,7 @@
 // sources include this.
 #include <btBulletDynamicsCommon.h>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 namespace phys {
 

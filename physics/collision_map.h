@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 // A collision map is what a dynamic triangle mesh collides with: one convex hull for every
 // connected part of the mesh (parts joined by shared corner positions), each trimmed to at

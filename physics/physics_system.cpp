@@ -2,7 +2,6 @@
 
 #include <new>
 
-#include "objects/actor_group.h"
 #include "physics/actor.h"
 #include "physics/joint.h"
 #include "physics/scene.h"
@@ -26,12 +25,7 @@ bool PhysicsSystem::Startup() {
     }
     scene->SetParameter(phys::Parameter::SkinWidth, 0.01f);
     scene->SetTriggerReport(&triggerCallback);
-    for (uint16_t group : {GroupTrack, GroupBumper, GroupProp, GroupPeg})
-        scene->SetGroupPairFlags(GroupBall, group, phys::NotifyOnStartTouch);
-    scene->SetContactReport(&contactReport);
-    scene->GetMaterial(0) = {.staticFriction = 0.6f, .dynamicFriction = 0.1f, .restitution = 0.3f};
-    // Dead balls: grippy and dull.
-    scene->GetMaterial(1) = {.staticFriction = 0.8f, .dynamicFriction = 0.7f, .restitution = 0.0f};
+    scene->SetContactReport(contactListener);
     return true;
 }
 
@@ -58,7 +52,24 @@ phys::Actor* PhysicsSystem::CreateSphereActor(float radius, float mass, uint16_t
     return actor;
 }
 
-phys::Actor* PhysicsSystem::CreateSphereTrigger(float radius, ITriggerObject* owner) {
+void PhysicsSystem::SetMaterial(uint16_t index, const phys::Material& material) {
+    if (scene) scene->GetMaterial(index) = material;
+}
+
+void PhysicsSystem::ReportContacts(uint16_t groupA, uint16_t groupB) {
+    if (scene) scene->SetGroupPairFlags(groupA, groupB, phys::NotifyOnStartTouch);
+}
+
+void PhysicsSystem::SetContactListener(phys::UserContactReport* listener) {
+    contactListener = listener;
+    if (scene) scene->SetContactReport(listener);
+}
+
+void PhysicsSystem::RemoveContactListener(phys::UserContactReport* listener) {
+    if (listener == contactListener) SetContactListener(nullptr);
+}
+
+phys::Actor* PhysicsSystem::CreateSphereTrigger(float radius, phys::TriggerListener* owner) {
     if (!scene) return nullptr;
     phys::ActorDesc desc;
     desc.kind = phys::ShapeKind::Sphere;

@@ -2,22 +2,22 @@
 #include <cstdint>
 #include <memory>
 
-#include "engine/vector3.h"
-#include "physics/contact_report.h"
+#include "core/vector3.h"
+#include "physics/physics_types.h"
 #include "physics/trigger_callback.h"
-
-class ITriggerObject;
-class ContactSoundPlayer;
 
 namespace phys {
 class Actor;
 class Joint;
 class RevoluteJoint;
 class Scene;
+class TriggerListener;
+class UserContactReport;
 }  // namespace phys
 
-// The game's one physics world: the scene, its two surface materials, the contact pairs that
-// make sounds, and the factories with which objects make their actors and joints.
+// The one physics world: the scene, its surface materials, the group pairs whose contacts are
+// reported, and the factories with which the game makes its actors and joints. It knows no
+// game names: groups and materials are numbers the game gives meaning to.
 //
 // Every factory makes its actor at the world origin; the caller places it, sets its group and
 // keeps it, and gives it back with ReleaseActor. A factory that cannot make what is asked
@@ -40,7 +40,7 @@ public:
 
     phys::Actor* CreateSphereActor(float radius, float mass, uint16_t material);
     // A static sphere that reports what enters, stays in and leaves it to owner.
-    phys::Actor* CreateSphereTrigger(float radius, ITriggerObject* owner);
+    phys::Actor* CreateSphereTrigger(float radius, phys::TriggerListener* owner);
     // Sizes are full edge lengths; the box's centre sits at the offset from the actor's origin.
     phys::Actor* CreateBoxActor(float sizeX, float sizeY, float sizeZ, float offsetX, float offsetY, float offsetZ,
                                 float mass, uint16_t material);
@@ -58,15 +58,19 @@ public:
     void ReleaseActor(phys::Actor* actor);
     void ReleaseJoint(phys::Joint* joint);
 
-    // Where contact sounds go; none plays nothing.
-    void SetContactSoundPlayer(ContactSoundPlayer* player) { contactReport.SetSoundPlayer(player); }
-    // Who hears of a ball's contacts first (the level, for its "Contact" event); none is nobody.
-    void SetContactListener(ContactListener* listener) { contactReport.SetListener(listener); }
+    // Surface material `index` (0 is every actor's default). Needs Startup.
+    void SetMaterial(uint16_t index, const phys::Material& material);
+    // Contacts between actors of these two groups are reported when they start.
+    void ReportContacts(uint16_t groupA, uint16_t groupB);
+    // Who hears of reported contacts, inside Step; one at a time. Removing a listener that is
+    // no longer the current one leaves the current one alone.
+    void SetContactListener(phys::UserContactReport* listener);
+    void RemoveContactListener(phys::UserContactReport* listener);
     // Null before Startup.
     phys::Scene* GetScene() const { return scene.get(); }
 
 private:
     std::unique_ptr<phys::Scene> scene;
     TriggerCallback triggerCallback;
-    ContactReport contactReport;
+    phys::UserContactReport* contactListener = nullptr;
 };

@@ -1,7 +1,7 @@
 #pragma once
 #include <cstdint>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 // Plain values shared by the physics layer and its users. Nothing here needs the rigid-body
 // library, so game code can include it freely.

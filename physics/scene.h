@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 #include "physics/physics_types.h"
 
 class btDefaultCollisionConfiguration;

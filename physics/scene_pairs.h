@@ -3,7 +3,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 class btDispatcher;
 

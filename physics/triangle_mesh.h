@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 #include "physics/collision_map.h"
 
 class btCollisionShape;

@@ -1,8 +1,8 @@
 #pragma once
 #include "physics/scene.h"
 
-// Hands each trigger report to the game object that owns the trigger (the ITriggerObject kept
-// as the trigger actor's userData). A report that carries several flags is delivered once, as
+// Hands each trigger report to the listener that owns the trigger (kept as the trigger actor's
+// userData). A report that carries several flags is delivered once, as
 // the first of stay, enter, leave that it carries.
 class TriggerCallback : public phys::UserTriggerReport {
 public:

@@ -1,6 +1,5 @@
 #pragma once
 #include <cstdint>
-#include <functional>
 #include <string>
 
 class Resource;
@@ -10,6 +9,8 @@ class ILoadListener {
 public:
     virtual void OnLoaded(Resource& resource) = 0;
     virtual void OnUnloaded(Resource& resource) = 0;
+    // The stamp of a use happening now, for least-recently-used eviction.
+    virtual int32_t UseStamp() = 0;
 
 protected:
     ~ILoadListener() = default;
@@ -45,6 +46,3 @@ private:
     int32_t lastUse = -1;
     ILoadListener* listener;
 };
-
-// Where use stamps read the time: the engine points this at its frame timer's running time.
-void SetResourceClock(std::function<double()> secondsNow);

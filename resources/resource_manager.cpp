@@ -1,8 +1,10 @@
 #include "resources/resource_manager.h"
 
+#include <cmath>
 #include <filesystem>
 #include <system_error>
 
+#include "resources/image_resource.h"
 #include "resources/path_case.h"
 
 namespace {
@@ -10,18 +12,7 @@ namespace {
 // Candidates this long cannot be opened on Linux; they are skipped rather than cut.
 constexpr size_t kMaxPathLength = 4095;
 
-std::string CurrentDirectory() {
-    std::error_code ec;
-    auto cwd = std::filesystem::current_path(ec);
-    return ec ? std::string(".") : cwd.string();
-}
-
 }  // namespace
-
-ResourceManager& ResourceManager::GetInstance() {
-    static ResourceManager instance(CurrentDirectory());
-    return instance;
-}
 
 ResourceManager::ResourceManager(std::string baseDirectory) : baseDirectory(std::move(baseDirectory)) {
     AddExtension(ResourceTexture2D, ".tga");
@@ -29,6 +20,7 @@ ResourceManager::ResourceManager(std::string baseDirectory) : baseDirectory(std:
     AddExtension(ResourceSound, ".wav");
     AddExtension(ResourceSound3D, ".wav");
     for (int type = 0; type < 4; ++type) AddFolder(ResourceType(type), "media");
+    RegisterImageTypes(*this);
 }
 
 ResourceManager::~ResourceManager() = default;
@@ -87,9 +79,27 @@ void ResourceManager::EvictToBudget() {
     }
 }
 
+void ResourceManager::DiscardAll() {
+    for (int type = 0; type < 4; ++type) DiscardAll(ResourceType(type));
+}
+
+void ResourceManager::DiscardAll(ResourceType type) {
+    for (auto& [name, resource] : resources[type]) resource->Discard();
+}
+
 void ResourceManager::OnLoaded(Resource& resource) {
     used += resource.Size();
     EvictToBudget();
 }
 
 void ResourceManager::OnUnloaded(Resource& resource) { used -= resource.Size(); }
+
+int32_t ResourceManager::UseStamp() {
+    stampSequence = (stampSequence + 1) % 10;
+    const auto now = static_cast<int32_t>(std::trunc((clock ? clock() : 0.0) * 1000.0));
+    if (now != lastStamp) {
+        lastStamp = now;
+        stampSequence = 0;
+    }
+    return now + stampSequence;
+}

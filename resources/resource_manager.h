@@ -8,24 +8,18 @@
 
 #include "resources/resource.h"
 
-class Texture2D;
-class TextureCUBE;
-
 enum ResourceType { ResourceTexture2D = 0, ResourceTextureCube = 1, ResourceSound = 2, ResourceSound3D = 3 };
 
 // Finds textures and sounds by short name in the media folder, loads each once and shares it,
 // and unloads the least recently used ones while the loaded bytes exceed the budget.
-class ResourceManager : public ILoadListener {
+class ResourceManager final : public ILoadListener {
 public:
-    static ResourceManager& GetInstance();
-
     // A manager rooted at baseDirectory with the standard types, extensions and "media" folders.
+    // Its picture kinds start as the headless ones (resources/image_resource.h).
     explicit ResourceManager(std::string baseDirectory);
     ~ResourceManager();
-
-    // Defined beside the texture classes; they register the texture kinds on first use.
-    Texture2D* GetTexture(const std::string& name);
-    TextureCUBE* GetCubeTexture(const std::string& name);
+    ResourceManager(const ResourceManager&) = delete;
+    ResourceManager& operator=(const ResourceManager&) = delete;
 
     void AddExtension(ResourceType type, const std::string& extension);
     void AddFolder(ResourceType type, std::string folder);
@@ -33,8 +27,17 @@ public:
     std::string FindFile(ResourceType type, const std::string& name) const;
 
     void EvictToBudget();
+    // Unloads every loaded resource of the type (all types without one); each loads again on
+    // its next use. The graphics system calls this before its context goes away.
+    void DiscardAll();
+    void DiscardAll(ResourceType type);
     void OnLoaded(Resource& resource) override;
     void OnUnloaded(Resource& resource) override;
+    // Milliseconds of the clock's running time plus a sequence of up to ten uses within one
+    // millisecond, so uses in one frame are still ordered.
+    int32_t UseStamp() override;
+    // Where use stamps read the time, in seconds: the engine's frame timer; none reads 0.
+    void SetClock(std::function<double()> secondsNow) { clock = std::move(secondsNow); }
 
     void SetBudget(int32_t bytes) { budget = bytes; }
     int32_t Budget() const { return budget; }
@@ -42,7 +45,8 @@ public:
     const std::string& BaseDirectory() const { return baseDirectory; }
 
     // Makes the object for a type. Graphics registers the texture kinds, sound the sound kinds;
-    // tests register fakes. A type without a factory finds nothing.
+    // tests register fakes. A type without a factory finds nothing. Objects already made keep
+    // the kind that made them.
     using Factory = std::function<std::unique_ptr<Resource>(const std::string& path, const std::string& name,
                                                             ILoadListener* listener)>;
     void SetFactory(ResourceType type, Factory factory);
@@ -57,4 +61,7 @@ private:
     std::string baseDirectory;
     int32_t budget = 256000000;
     int32_t used = 0;
+    std::function<double()> clock;
+    int32_t lastStamp = 0;
+    int32_t stampSequence = 0;
 };

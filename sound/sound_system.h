@@ -1,5 +1,8 @@
 #pragma once
-#include "sound/contact_sound_player.h"
+#include <cstdint>
+#include <string>
+
+#include "core/vector3.h"
 
 namespace platform {
 class GameWindow;
@@ -7,14 +10,14 @@ class GameWindow;
 
 // The sound device and its 3D listener. Until an audio device is opened it is silent, which
 // is also what headless play and the tests use.
-class SoundSystem : public ContactSoundPlayer {
+class SoundSystem {
 public:
     virtual ~SoundSystem() = default;
     virtual bool Startup(platform::GameWindow* window);
     // Applies the listener's deferred 3D settings.
     virtual void Commit();
     // Plays the named positional sound; silent while no device is open.
-    void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
+    virtual void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume);
 
     // The level's music: started by name (false when there is no such sound), played again
     // whenever it has run out, stopped when the level is left.

@@ -66,9 +66,11 @@ TEST(GameEndToEnd, F1ShowsTheOverlayAndClosingTheWindowEndsTheGame) {
 }
 
 TEST(GameEndToEnd, StartingWithoutMediaFailsWithTheStartupMessages) {
+    // The game looks for Media/ beside itself, so a copy of it in an empty folder has none.
     fs::path empty = fs::temp_directory_path() / ("velloran-no-media-" + std::to_string(getpid()));
     fs::create_directories(empty);
-    GameProcess game(kGame, {}, empty.string());
+    fs::copy_file(kGame, empty / "velloran", fs::copy_options::overwrite_existing);
+    GameProcess game((empty / "velloran").string(), {}, fs::temp_directory_path().string());
     EXPECT_EQ(game.WaitForExit(20s), 1);
     std::string errors = game.ErrorOutput();
     EXPECT_NE(errors.find("GraphicsSystem failed to start!"), std::string::npos) << errors;

@@ -96,7 +96,7 @@ protected:
             WriteTga32(folder / "Media" / (std::string(name) + ".tga"), 4, 4,
                        [](int, int) { return Bgra{0, 0, 255, 255}; });
         fs::current_path(folder);
-        engine = new GameEngine(clock);
+        engine = new GameEngine(clock, folder.string());
         ASSERT_TRUE(engine->Init());
     }
     static void TearDownTestSuite() {

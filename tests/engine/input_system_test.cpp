@@ -1,4 +1,5 @@
 #include "engine/input_system.h"
+#include "level/frame_input.h"
 
 #include <gtest/gtest.h>
 

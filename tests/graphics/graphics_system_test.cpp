@@ -23,7 +23,6 @@ struct Rgb {
 class GraphicsSystemTest : public ::testing::Test {
 protected:
     static void SetUpTestSuite() {
-        // The manager's folder is the working directory at its first use.
         folder = fs::temp_directory_path() / ("velloran-graphics-" + std::to_string(getpid()));
         fs::create_directories(folder / "Media");
         WriteBlockFont(folder / "Media" / "font.tga");
@@ -34,15 +33,16 @@ protected:
         for (const char* face : {"posx", "negx", "posy", "negy", "posz", "negz"})
             WriteTga32(folder / "Media" / (std::string("sky_") + face + ".tga"), 4, 4,
                        [](int, int) { return Bgra{0, 0, 255, 255}; });
-        fs::current_path(folder);
+        resources = new ResourceManager(folder.string());
         window = new Window();
         ASSERT_TRUE(window->Create("Velloran", 800, 600));
         graphics = new GraphicsSystem();
-        ASSERT_TRUE(graphics->Init(window));
+        ASSERT_TRUE(graphics->Init(window, *resources));
     }
     static void TearDownTestSuite() {
         delete graphics;
         delete window;
+        delete resources;
         fs::remove_all(folder);
     }
 
@@ -59,6 +59,7 @@ protected:
     }
 
     static inline fs::path folder;
+    static inline ResourceManager* resources = nullptr;
     static inline Window* window = nullptr;
     static inline GraphicsSystem* graphics = nullptr;
 };
@@ -81,7 +82,7 @@ TEST_F(GraphicsSystemTest, FrameClearsToGreenOverTheWholeClientArea) {
 }
 
 TEST_F(GraphicsSystemTest, FullScreenQuadShowsTheTextureUpright) {
-    Texture2D* bands = ResourceManager::GetInstance().GetTexture("bands");
+    Texture2D* bands = GetTexture(*resources, "bands");
     ASSERT_NE(bands, nullptr);
     ASSERT_NE(bands->textureName, 0u);
     graphics->BeginFrame();
@@ -93,7 +94,7 @@ TEST_F(GraphicsSystemTest, FullScreenQuadShowsTheTextureUpright) {
 }
 
 TEST_F(GraphicsSystemTest, CubeMapUploadsAllSixFacesAndUnloadsCleanly) {
-    TextureCUBE* sky = ResourceManager::GetInstance().GetCubeTexture("sky");
+    TextureCUBE* sky = GetCubeTexture(*resources, "sky");
     ASSERT_NE(sky, nullptr);
     ASSERT_NE(sky->textureName, 0u);
     EXPECT_EQ(sky->Size(), 6 * 4 * 4 * 4);
@@ -114,7 +115,7 @@ TEST_F(GraphicsSystemTest, CubeMapUploadsAllSixFacesAndUnloadsCleanly) {
 }
 
 TEST_F(GraphicsSystemTest, QuadCoversOnlyItsRectangle) {
-    Texture2D* bands = ResourceManager::GetInstance().GetTexture("bands");
+    Texture2D* bands = GetTexture(*resources, "bands");
     graphics->BeginFrame();
     graphics->Begin2D();
     graphics->DrawQuad(ScreenQuad::Make(0.5f, 0.5f, 0.25f, 0.25f), InsetTexCoords(8, 8), bands, 0);

@@ -10,11 +10,10 @@
 #include <memory>
 #include <string>
 
-#include "engine/input_system.h"
 #include "level/level.h"
 #include "objects/game_object.h"
 #include "tests/support/level_media.h"
-#include "tools/tool/headless_game.h"
+#include "level/headless_game.h"
 
 constexpr uint32_t kLeft = 1u << ActionTurnLeft;
 constexpr uint32_t kRight = 1u << ActionTurnRight;

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "engine/random.h"
+#include "core/random.h"
 #include "objects/particle_emitters.h"
 #include "objects/particle_system.h"
 

@@ -1,12 +1,12 @@
-// What the physics step reports: triggers, start-of-touch contacts and their sounds.
-#include "physics/contact_report.h"
+// What the physics step reports: triggers and start-of-touch contacts.
+#include "physics/trigger_callback.h"
 #include "tests/physics/physics_fixture.h"
 
 namespace {
 
 using ReportTest = PhysicsTest;
 
-TEST_F(ReportTest, EachLandingOfABallSoundsOnceAndAResterIsSilent) {
+TEST_F(ReportTest, EachLandingOfABallIsReportedOnceAndAResterIsNot) {
     physics.SetGravity({0, -60, 0});
     Floor(0);
     phys::Actor* ball = Ball({3, 10, 0});
@@ -15,18 +15,18 @@ TEST_F(ReportTest, EachLandingOfABallSoundsOnceAndAResterIsSilent) {
     EXPECT_NEAR(ball->GetGlobalPosition().y, 1.0f, 0.05f);
     EXPECT_NEAR(ball->GetLinearVelocity().y, 0.0f, 0.05f);
     // Falling 9 units under 60 gives about 33 units/s: stopped within one 1/300 s tick, that is
-    // some 10000 units of force, close to full volume. Each bounce lands softer.
+    // some 10000 units of force. Each bounce lands softer.
     ASSERT_GE(sounds.played.size(), 1u);
     ASSERT_LE(sounds.played.size(), 4u);
-    EXPECT_EQ(sounds.played[0].name, "claves");
+    EXPECT_EQ(sounds.played[0].otherGroup, GroupTrack);
     EXPECT_NEAR(sounds.played[0].position.x, 3.0f, 0.01f);
     EXPECT_NEAR(sounds.played[0].position.y, 1.0f, 0.2f);
-    EXPECT_GT(sounds.played[0].volume, -20);
+    EXPECT_GT(sounds.played[0].force, 1000.0f);
     for (size_t i = 1; i < sounds.played.size(); ++i)
-        EXPECT_LT(sounds.played[i].volume, sounds.played[i - 1].volume);
+        EXPECT_LT(sounds.played[i].force, sounds.played[i - 1].force);
 
     // Resting for ten seconds is one long touch.
-    const int32_t loudest = sounds.played[0].volume;
+    const float hardest = sounds.played[0].force;
     sounds.played.clear();
     Steps(600);
     EXPECT_TRUE(sounds.played.empty());
@@ -35,11 +35,11 @@ TEST_F(ReportTest, EachLandingOfABallSoundsOnceAndAResterIsSilent) {
     phys::Actor* gentle = Ball({-10, 1.02f, 0});
     Steps(120);
     ASSERT_EQ(sounds.played.size(), 1u);
-    EXPECT_LT(sounds.played[0].volume, loudest);
+    EXPECT_LT(sounds.played[0].force, hardest);
     EXPECT_NEAR(gentle->GetGlobalPosition().y, 1.0f, 0.05f);
 }
 
-TEST_F(ReportTest, OnlyBallPairsOfTheReportedGroupsSound) {
+TEST_F(ReportTest, OnlyBallPairsOfTheReportedGroupsAreReported) {
     physics.SetGravity({0, -60, 0});
     phys::Actor* floor = Floor(0);
     // Two balls landing on each other, and a dead ball on the track: no sounds.
@@ -54,11 +54,11 @@ TEST_F(ReportTest, OnlyBallPairsOfTheReportedGroupsSound) {
     ASSERT_EQ(sounds.played.size(), 0u);
     (void)lower;
 
-    // A ball falling onto the resting dead ball: a cowbell.
+    // A ball falling onto the resting dead ball is reported.
     Ball({20, 10, 0});
     Steps(120);
     ASSERT_GE(sounds.played.size(), 1u);
-    for (const PlayedSound& sound : sounds.played) EXPECT_EQ(sound.name, "cowbell");
+    for (const ReportedContact& contact : sounds.played) EXPECT_EQ(contact.otherGroup, GroupProp);
 
     // A peg and a bumper.
     sounds.played.clear();
@@ -73,40 +73,25 @@ TEST_F(ReportTest, OnlyBallPairsOfTheReportedGroupsSound) {
     Ball({-40, 8, 0});
     Steps(30);
     ASSERT_GE(sounds.played.size(), 2u);
-    EXPECT_EQ(sounds.played[0].name, "claves");
-    EXPECT_EQ(sounds.played[1].name, "oriental_gong");
-    EXPECT_EQ(sounds.played[1].volume, 0);
+    EXPECT_EQ(sounds.played[0].otherGroup, GroupPeg);
+    EXPECT_EQ(sounds.played[1].otherGroup, GroupBumper);
 }
 
-TEST(ContactSoundTable, VolumeFallsWithTheForce) {
-    EXPECT_STREQ(ContactReport::Choose(GroupTrack, {0, 40, 0}).name, "claves");
-    EXPECT_EQ(ContactReport::Choose(GroupTrack, {0, 40, 0}).volume, -500);
-    EXPECT_EQ(ContactReport::Choose(GroupPeg, {4, 0, 0}).volume, -5000);
-    EXPECT_EQ(ContactReport::Choose(GroupTrack, {0, 0, 200}).volume, -100);
-    EXPECT_EQ(ContactReport::Choose(GroupTrack, {0, 30, 40}).volume, -400);  // the vector's length counts
-    EXPECT_STREQ(ContactReport::Choose(GroupProp, {5, 0, 0}).name, "cowbell");
-    EXPECT_EQ(ContactReport::Choose(GroupProp, {5, 0, 0}).volume, -1000);
-    EXPECT_EQ(ContactReport::Choose(GroupBumper, {0, 0, 0}).volume, 0);
-    // Weak and forceless impacts are as quiet as a sound can be.
-    EXPECT_EQ(ContactReport::Choose(GroupTrack, {1, 0, 0}).volume, -10000);
-    EXPECT_EQ(ContactReport::Choose(GroupTrack, {0, 0, 0}).volume, -10000);
-    EXPECT_EQ(ContactReport::Choose(GroupBall, {0, 40, 0}).name, nullptr);
-    EXPECT_EQ(ContactReport::Choose(0, {0, 40, 0}).name, nullptr);
-}
-
-TEST_F(ReportTest, SoundIsPlacedAtTheBallOnWhicheverSideItIs) {
-    ContactReport report;
-    report.SetSoundPlayer(&sounds);
-    phys::Actor* ball = Ball({1, 2, 0});
-    phys::Actor* track = Floor(-5);
-    report.OnContactNotify({{track, ball}, {0, 40, 0}}, phys::NotifyOnStartTouch);
-    report.OnContactNotify({{ball, track}, {0, 40, 0}}, phys::NotifyOnStartTouch);
-    report.OnContactNotify({{track, track}, {0, 40, 0}}, phys::NotifyOnStartTouch);
-    ASSERT_EQ(sounds.played.size(), 2u);
-    for (const PlayedSound& sound : sounds.played) {
-        EXPECT_EQ(sound.position.x, 1.0f);
-        EXPECT_EQ(sound.position.y, 2.0f);
-    }
+TEST_F(ReportTest, RemovingAListenerThatIsNoLongerCurrentKeepsTheCurrentOne) {
+    RecordingContacts newer;
+    physics.SetContactListener(&newer);
+    physics.RemoveContactListener(&sounds);
+    physics.SetGravity({0, -60, 0});
+    Floor(0);
+    Ball({0, 5, 0});
+    Steps(60);
+    EXPECT_FALSE(newer.played.empty());
+    EXPECT_TRUE(sounds.played.empty());
+    physics.RemoveContactListener(&newer);
+    const size_t heard = newer.played.size();
+    Ball({10, 5, 0});
+    Steps(60);
+    EXPECT_EQ(newer.played.size(), heard) << "once removed, nobody hears";
 }
 
 TEST_F(ReportTest, TriggersReportEnterStayAndLeaveButNeverTouch) {

@@ -9,7 +9,7 @@ namespace {
 
 struct Outcome {
     std::vector<float> state;  // every actor's pose and velocities, in order
-    std::vector<PlayedSound> sounds;
+    std::vector<ReportedContact> sounds;
     std::vector<char> triggers;
 };
 
@@ -18,8 +18,8 @@ struct Outcome {
 Outcome RunBusyScene(int steps) {
     PhysicsSystem physics;
     EXPECT_TRUE(physics.Startup());
-    RecordingSounds sounds;
-    physics.SetContactSoundPlayer(&sounds);
+    RecordingContacts sounds;
+    SetUpTestWorld(physics, sounds);
     RecordingTrigger owner;
 
     BoxesMesh arena;
@@ -93,8 +93,8 @@ TEST(Determinism, TwoRunsOfABusySceneAreBitIdentical) {
     EXPECT_EQ(std::memcmp(first.state.data(), second.state.data(), first.state.size() * sizeof(float)), 0);
     ASSERT_EQ(first.sounds.size(), second.sounds.size());
     for (size_t i = 0; i < first.sounds.size(); ++i) {
-        EXPECT_EQ(first.sounds[i].name, second.sounds[i].name);
-        EXPECT_EQ(first.sounds[i].volume, second.sounds[i].volume);
+        EXPECT_EQ(first.sounds[i].otherGroup, second.sounds[i].otherGroup);
+        EXPECT_EQ(std::memcmp(&first.sounds[i].force, &second.sounds[i].force, sizeof(float)), 0);
         EXPECT_EQ(std::memcmp(&first.sounds[i].position, &second.sounds[i].position, sizeof(Vector3)), 0);
     }
     EXPECT_EQ(first.triggers, second.triggers);

@@ -6,29 +6,45 @@
 #include <string>
 #include <vector>
 
-#include "objects/actor_group.h"
-#include "objects/trigger_object.h"
+#include <cmath>
+
 #include "physics/actor.h"
 #include "physics/joint.h"
 #include "physics/physics_system.h"
 #include "physics/scene.h"
-#include "sound/contact_sound_player.h"
+#include "physics/trigger_listener.h"
 
-struct PlayedSound {
-    std::string name;
+// The groups these tests give their actors; to the physics they are only numbers.
+enum TestGroup : uint16_t { GroupBall = 1, GroupTrack = 2, GroupBumper = 3, GroupPeg = 4, GroupProp = 5 };
+
+// A reported start of touch: what the ball struck, where the ball was, how hard.
+struct ReportedContact {
+    uint16_t otherGroup;
     Vector3 position;
-    int32_t volume;
+    float force;  // the length of the summed normal force
 };
 
-class RecordingSounds : public ContactSoundPlayer {
+// Records the contacts of balls as the step reports them.
+class RecordingContacts : public phys::UserContactReport {
 public:
-    void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override {
-        played.push_back({name, position, volume});
+    void OnContactNotify(const phys::ContactPair& pair, uint32_t) override {
+        const int ball = pair.actors[0]->GetGroup() == GroupBall ? 0 : 1;
+        const Vector3 f = pair.sumNormalForce;
+        played.push_back({pair.actors[1 - ball]->GetGroup(), pair.actors[ball]->GetGlobalPosition(),
+                          std::sqrt(f.x * f.x + f.y * f.y + f.z * f.z)});
     }
-    std::vector<PlayedSound> played;
+    std::vector<ReportedContact> played;
 };
 
-class RecordingTrigger : public ITriggerObject {
+// The game's surfaces and reported pairs, as a scene of these tests uses them.
+inline void SetUpTestWorld(PhysicsSystem& physics, RecordingContacts& contacts) {
+    physics.SetMaterial(0, {.staticFriction = 0.6f, .dynamicFriction = 0.1f, .restitution = 0.3f});
+    physics.SetMaterial(1, {.staticFriction = 0.8f, .dynamicFriction = 0.7f, .restitution = 0.0f});
+    for (uint16_t group : {GroupTrack, GroupBumper, GroupProp, GroupPeg}) physics.ReportContacts(GroupBall, group);
+    physics.SetContactListener(&contacts);
+}
+
+class RecordingTrigger : public phys::TriggerListener {
 public:
     void OnTriggerEnter(phys::Actor* other) override { log.push_back({'E', other}); }
     void OnTriggerStay(phys::Actor* other) override { log.push_back({'S', other}); }
@@ -79,7 +95,7 @@ class PhysicsTest : public ::testing::Test {
 protected:
     void SetUp() override {
         ASSERT_TRUE(physics.Startup());
-        physics.SetContactSoundPlayer(&sounds);
+        SetUpTestWorld(physics, sounds);
     }
 
     void Steps(int count) {
@@ -107,7 +123,7 @@ protected:
 
     static constexpr float kFrame = 1.0f / 60.0f;
     PhysicsSystem physics;
-    RecordingSounds sounds;
+    RecordingContacts sounds;
     GridMesh floorMesh{1, 1};
 };
 

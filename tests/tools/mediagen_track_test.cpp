@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "graphics/max_model.h"
+#include "formats/max_model.h"
 #include "tests/support/tga_bytes.h"
 #include "tests/tools/mesh_checks.h"
 #include "tools/mediagen/media_error.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "graphics/model.h"
+#include "formats/model.h"
 
 namespace mesh_checks {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 
 namespace mediagen {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/vector3.h"
+#include "core/vector3.h"
 #include "tools/mediagen/max_writer.h"
 #include "tools/mediagen/polygon.h"
 

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "engine/input_system.h"
+#include "level/frame_input.h"
 #include "tools/tool/tool_args.h"
 
 namespace {

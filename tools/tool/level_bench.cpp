@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tools/tool/commands.h"
-#include "tools/tool/headless_game.h"
+#include "level/headless_game.h"
 #include "tools/tool/tool_args.h"
 
 namespace {

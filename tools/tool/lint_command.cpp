@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "graphics/max_model.h"
+#include "formats/max_model.h"
 #include "level/level_file.h"
 #include "level/object_kinds.h"
 #include "tools/tool/commands.h"
@@ -206,9 +206,10 @@ private:
     }
 
     void CheckClassModel(const LevelObject& object, const ObjectKind& kind) {
-        const ModelFacts& model = Model(kind.model);
+        const std::string file = std::string("Media/") + kind.model;
+        const ModelFacts& model = Model(file);
         if (!model.loaded) {
-            if (reportedModels_.insert(kind.model).second) {
+            if (reportedModels_.insert(file).second) {
                 Add(true, object.line, object.kind,
                     std::string("the ") + kind.className + " model does not load: " + model.error);
             }
@@ -218,7 +219,7 @@ private:
         if (model.radius > 0 && std::fabs(object.radius - model.radius) > kRadiusTolerance * model.radius) {
             Add(false, object.line, object.kind,
                 Describe(object) + ": radius " + Number(object.radius) + " differs from the size of its model " +
-                    Quote(kind.model) + ", " + Number(model.radius));
+                    Quote(file) + ", " + Number(model.radius));
         }
     }
 

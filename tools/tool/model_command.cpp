@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "graphics/max_model.h"
+#include "formats/max_model.h"
 #include "tools/tool/commands.h"
 #include "tools/tool/tool_args.h"
 

@@ -16,7 +16,7 @@
 #include "objects/teleporters.h"
 #include "objects/turbines.h"
 #include "tools/tool/commands.h"
-#include "tools/tool/headless_game.h"
+#include "level/headless_game.h"
 #include "tools/tool/input_script.h"
 #include "tools/tool/tool_args.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "graphics/texture.h"
-#include "graphics/tga_reader.h"
+#include "formats/tga_reader.h"
+#include "resources/image_resource.h"
 #include "tools/tool/commands.h"
 #include "tools/tool/tool_args.h"
 
@@ -33,8 +33,7 @@ int Fail(const std::string& error) {
     return ToolBadInput;
 }
 
-template <class T>
-int Report(T& texture, const std::string& file, bool cube) {
+int Report(ImageResource& texture, const std::string& file, bool cube) {
     const int32_t bytes = texture.Load(file);
     if (bytes < 0) return Fail(texture.lastError);
     // The textures keep no pixels, so the depth comes from reading the named file itself.
@@ -67,9 +66,9 @@ int RunInspectTexture(const std::vector<std::string>& args) {
 
     const std::string& file = files[0];
     if (EndsWith(file, "_posx.tga")) {
-        TextureCUBE texture(file, file, nullptr);
+        ImageResource texture(file, file, nullptr, true);
         return Report(texture, file, true);
     }
-    Texture2D texture(file, file, nullptr);
+    ImageResource texture(file, file, nullptr, false);
     return Report(texture, file, false);
 }

@@ -1,0 +1,67 @@
+#pragma once
+// A level played without window, GL context or sound device, through the same Level::Frame
+// as the game, with a frame time of exactly 1/60 s and scripted actions: the simulator, the
+// benchmarks and the tests all play this way.
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/random.h"
+#include "level/level.h"
+#include "level/level_sounds.h"
+#include "level/level_view.h"
+#include "physics/physics_system.h"
+#include "resources/resource_manager.h"
+
+struct RecordedEvent {
+    int frame;
+    std::string object, kind, text;
+};
+
+struct RecordedSound {
+    int frame;
+    std::string name;
+    int32_t volume;
+    Vector3 position;
+};
+
+class HeadlessGame : public LevelObserver, public LevelSounds {
+public:
+    static constexpr float kFrameTime = 1.0f / 60.0f;
+
+    // Media is found in gameFolder/Media, as the game finds it beside itself.
+    explicit HeadlessGame(uint32_t seed, const std::string& gameFolder = ".");
+    ~HeadlessGame() override;
+
+    // False when the level does not load; the messages the game would show are in errors.
+    bool Load(const std::string& path);
+    // One frame with these actions held (bit n = action n).
+    void PlayFrame(uint32_t actions);
+    // One frame of the fly-over, t seconds into it; false once play has begun.
+    bool FlyOverFrame(uint32_t actions, float t);
+
+    Level& GetLevel() { return *level; }
+    int FrameNumber() const { return frame; }
+
+    std::vector<std::string> errors;
+    std::vector<RecordedEvent> events;
+    std::vector<RecordedEvent> messages;
+    std::vector<RecordedSound> sounds;
+
+    void OnEvent(const GameObject& object, const std::string& event) override;
+    void OnMessage(const GameObject& object, const std::string& content) override;
+    void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
+
+private:
+    // The frame a player holding these actions would give: an action is released in the
+    // first frame that no longer holds it.
+    FrameInput Sample(uint32_t actions);
+
+    Random random;
+    PhysicsSystem physics;
+    ResourceManager resources;
+    std::unique_ptr<Level> level;
+    uint32_t held = 0;
+    int frame = 0;
+};
