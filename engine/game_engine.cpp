@@ -114,6 +114,11 @@ void GameEngine::Shutdown() {
     window->Release();
 }
 
+void GameEngine::SetState(GameState newState) {
+    if (newState == StateIntro) introStart = -1;
+    state = newState;
+}
+
 void GameEngine::SetMenu(std::unique_ptr<Menu> replacement) { menu = std::move(replacement); }
 
 void GameEngine::SetLevel(std::unique_ptr<Level> replacement) { level = std::move(replacement); }

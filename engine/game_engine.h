@@ -56,7 +56,8 @@ public:
     ResourceManager* GetResources() const { return resources.get(); }
 
     GameState GetState() const { return state; }
-    void SetState(GameState newState) { state = newState; }
+    // Entering the fly-over starts its clock again.
+    void SetState(GameState newState);
     bool IsRunning() const { return running; }
     bool IsShowingStats() const { return showStats; }
 

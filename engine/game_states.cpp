@@ -63,13 +63,11 @@ void GameEngine::MenuFrame() {
     float now = float(timer->Now());
     switch (choice) {
     case ChoiceNewGame:
-        state = StateIntro;
+        SetState(StateIntro);
         LoadFromMenu("Media/intro.lvl");
-        introStart = -1;
         break;
     case ChoiceLevelSelect: {
-        introStart = -1;
-        state = StateIntro;
+        SetState(StateIntro);
         // The chooser may change the working directory; whatever it answers, it is put back.
         std::error_code ec;
         auto saved = std::filesystem::current_path(ec);

@@ -115,11 +115,13 @@ protected:
         level = scriptedLevel.get();
         engine->SetLevel(std::move(scriptedLevel));
         engine->SetState(StateMenu);
+        // The engine's clock never runs backwards, so each test's times start past the last.
+        start = clock.milliseconds + 1000000;
     }
 
-    // One turn of the main loop at the given running time.
+    // One turn of the main loop at the given running time, counted from this test's start.
     void Turn(double seconds) {
-        clock.milliseconds = int64_t(seconds * 1000 + 0.5);
+        clock.milliseconds = start + int64_t(seconds * 1000 + 0.5);
         engine->GetTimer()->Tick();
         engine->GetInput()->Update();
         engine->Frame();
@@ -128,6 +130,7 @@ protected:
     static inline fs::path folder;
     static inline ManualClock clock;
     static inline GameEngine* engine = nullptr;
+    int64_t start = 0;
     ScriptedInput keys;
     ScriptedMenu* menu = nullptr;
     ScriptedLevel* level = nullptr;
