@@ -49,6 +49,19 @@ TEST(InspectTextureTool, BadFilesAreReportedAsJson) {
     EXPECT_EQ(nlohmann::json::parse(cube.out)["error"], dir.File("sky_negx.tga") + ": cannot open file");
 }
 
+// A file name is whatever bytes the shell passes; every command still answers in valid JSON.
+TEST(EveryToolCommand, ReportsAFileNameThatIsNotUtf8AsValidJson) {
+    const std::string tool = VELLORAN_GAME_DIR "/velloran-tool ";
+    const std::string name = "'no such \xff\xfe file'";
+    for (const std::string command : {"inspect texture", "inspect model", "bench level", "simulate", "lint"}) {
+        ToolRun run = Shell(tool + command + " \"$(printf " + name + ")\" 2>/dev/null");
+        EXPECT_EQ(run.exitCode, 1) << command;
+        const auto result = nlohmann::json::parse(run.out, nullptr, false);
+        ASSERT_FALSE(result.is_discarded()) << command << ": " << run.out;
+        EXPECT_NE(result.dump().find("no such \ufffd\ufffd file"), std::string::npos) << command << ": " << run.out;
+    }
+}
+
 TEST(InspectTextureTool, UsageErrorsPrintNothingOnStandardOutput) {
     for (const char* arguments : {"", "a.tga b.tga", "--frobnicate a.tga"}) {
         SCOPED_TRACE(arguments);

@@ -4,9 +4,9 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 #include "tools/tool/commands.h"
+#include "tools/tool/json_output.h"
 #include "level/headless_game.h"
 #include "tools/tool/tool_args.h"
 
@@ -40,8 +40,9 @@ int RunBenchLevel(const std::vector<std::string>& args) {
     const std::string& path = parsed.positional[0];
     std::fprintf(stderr, "bench level: loading %s\n", path.c_str());
     if (!game.Load(path)) {
+        if (game.errors.empty()) game.errors.push_back("Error loading level");
         for (const std::string& error : game.errors) std::fprintf(stderr, "bench level: %s\n", error.c_str());
-        std::puts(nlohmann::ordered_json{{"ok", false}, {"level", path}, {"errors", game.errors}}.dump().c_str());
+        PrintJson({{"ok", false}, {"level", path}, {"errors", game.errors}});
         return ToolBadInput;
     }
     std::fprintf(stderr, "bench level: playing %d frames headless\n", kFrames);
@@ -52,10 +53,6 @@ int RunBenchLevel(const std::vector<std::string>& args) {
     const int frames = game.FrameNumber();
     const double fps = seconds > 0 ? frames / seconds : 0.0;
     std::fprintf(stderr, "bench level: %d frames in %.2f s\n", frames, seconds);
-    std::puts(nlohmann::ordered_json{{"level", game.GetLevel().GetName()},
-                                     {"frames", frames},
-                                     {"fps", std::round(fps * 10) / 10}}
-                  .dump()
-                  .c_str());
+    PrintJson({{"level", game.GetLevel().GetName()}, {"frames", frames}, {"fps", std::round(fps * 10) / 10}});
     return ToolOk;
 }

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <set>
 #include <sstream>
 #include <string>
@@ -15,6 +14,7 @@
 #include "level/level_file.h"
 #include "level/object_kinds.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/json_output.h"
 #include "tools/tool/tool_args.h"
 
 namespace {
@@ -304,15 +304,15 @@ private:
 // File names need not be UTF-8; the JSON must be.
 int Print(const std::vector<Problem>& problems) {
     const bool ok = std::none_of(problems.begin(), problems.end(), [](const Problem& p) { return p.error; });
-    nlohmann::ordered_json list = nlohmann::ordered_json::array();
+    Json list = Json::array();
     for (const Problem& problem : problems) {
         list.push_back({{"severity", problem.error ? "error" : "warning"},
                         {"line", problem.line},
                         {"element", problem.element},
                         {"message", problem.message}});
     }
-    const nlohmann::ordered_json result = {{"ok", ok}, {"problems", list}};
-    std::puts(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+    const Json result = {{"ok", ok}, {"problems", list}};
+    PrintJson(result);
     return ok ? ToolOk : ToolBadInput;
 }
 

@@ -2,12 +2,12 @@
 // and reports what the game would see.
 #include <algorithm>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "formats/max_model.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/json_output.h"
 #include "tools/tool/tool_args.h"
 
 namespace {
@@ -24,11 +24,7 @@ const char* kInspectUsage =
 int UsageError(const std::string& problem) { return ToolUsageError("inspect model", problem, kInspectUsage); }
 
 // File names need not be UTF-8; the JSON must be.
-void Print(const nlohmann::ordered_json& result) {
-    std::puts(result.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
-}
-
-nlohmann::ordered_json Bounds(const Model& model) {
+Json Bounds(const Model& model) {
     bool any = false;
     Vector3 low{0, 0, 0}, high{0, 0, 0};
     for (const SubModel& sub : model.subModels) {
@@ -59,16 +55,16 @@ int RunInspectModel(const std::vector<std::string>& args) {
 
     MaxModel model;
     if (!model.Load(files[0])) {
-        Print({{"ok", false}, {"error", model.LoadError()}});
+        PrintJson({{"ok", false}, {"error", model.LoadError()}});
         return ToolBadInput;
     }
-    nlohmann::ordered_json subModels = nlohmann::ordered_json::array();
+    Json subModels = Json::array();
     for (const SubModel& sub : model.subModels) {
         subModels.push_back({{"vertices", sub.vertices.size()},
                              {"triangles", sub.triangles.size()},
                              {"texCoords", sub.texCoords.size()},
                              {"normals", sub.normals.size()}});
     }
-    Print({{"ok", true}, {"subModels", subModels}, {"bounds", Bounds(model)}});
+    PrintJson({{"ok", true}, {"subModels", subModels}, {"bounds", Bounds(model)}});
     return ToolOk;
 }

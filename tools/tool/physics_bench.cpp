@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "physics/actor.h"
 #include "physics/physics_system.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/json_output.h"
 #include "tools/tool/tool_args.h"
 
 namespace {
@@ -71,7 +71,7 @@ double TimedStep(PhysicsSystem& physics) {
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
-nlohmann::ordered_json Measure(int count) {
+Json Measure(int count) {
     PhysicsSystem physics;
     physics.Startup();
     physics.SetGravity({0, -60, 0});
@@ -156,8 +156,8 @@ int RunBenchPhysics(const std::vector<std::string>& args) {
     }
 
     std::fputs("bench physics: timing one 1/60 s step (five ticks) on this machine\n", stderr);
-    nlohmann::ordered_json results = nlohmann::ordered_json::array();
+    Json results = Json::array();
     for (int count : counts) results.push_back(Measure(count));
-    std::puts(nlohmann::ordered_json{{"physics", results}}.dump().c_str());
+    PrintJson({{"physics", results}});
     return ToolOk;
 }

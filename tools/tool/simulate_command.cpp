@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -16,6 +15,7 @@
 #include "objects/teleporters.h"
 #include "objects/turbines.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/json_output.h"
 #include "level/headless_game.h"
 #include "tools/tool/input_script.h"
 #include "tools/tool/tool_args.h"
@@ -36,8 +36,6 @@ const char* kSimulateUsage =
     "\n"
     "Prints one JSON object: the outcome, the frames of the win, loss and end, every object's\n"
     "state, and every event, handled message and contact sound in order, with its frame.\n";
-
-using Json = nlohmann::ordered_json;
 
 Json Vec(const Vector3& v) { return Json::array({v.x, v.y, v.z}); }
 
@@ -72,8 +70,6 @@ Json Sounds(const std::vector<RecordedSound>& sounds) {
         list.push_back({{"frame", s.frame}, {"name", s.name}, {"volume", s.volume}, {"position", Vec(s.position)}});
     return list;
 }
-
-void Print(const Json& result) { std::puts(result.dump(-1, ' ', false, Json::error_handler_t::replace).c_str()); }
 
 }  // namespace
 
@@ -114,7 +110,7 @@ int RunSimulate(const std::vector<std::string>& args) {
     const std::string& path = parsed.positional[0];
     if (!game.Load(path)) {
         if (game.errors.empty()) game.errors.push_back("Error loading level");
-        Print({{"ok", false}, {"level", path}, {"errors", game.errors}});
+        PrintJson({{"ok", false}, {"level", path}, {"errors", game.errors}});
         return ToolBadInput;
     }
 
@@ -133,7 +129,7 @@ int RunSimulate(const std::vector<std::string>& args) {
         if (!finishedAt && level.IsFinished()) finishedAt = frame;
     }
 
-    Print({{"ok", true},
+    PrintJson({{"ok", true},
            {"level", level.GetName()},
            {"frames", game.FrameNumber()},
            {"elapsed", level.GetElapsed()},

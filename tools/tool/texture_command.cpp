@@ -1,13 +1,13 @@
 // velloran-tool inspect texture FILE: loads a texture the way the game does, without a
 // display, and reports what the game would see.
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "formats/tga_reader.h"
 #include "resources/image_resource.h"
 #include "tools/tool/commands.h"
+#include "tools/tool/json_output.h"
 #include "tools/tool/tool_args.h"
 
 namespace {
@@ -26,10 +26,8 @@ bool EndsWith(const std::string& text, const std::string& suffix) {
     return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
 }
 
-void Print(const nlohmann::ordered_json& result) { std::puts(result.dump().c_str()); }
-
 int Fail(const std::string& error) {
-    Print({{"ok", false}, {"error", error}});
+    PrintJson({{"ok", false}, {"error", error}});
     return ToolBadInput;
 }
 
@@ -41,13 +39,13 @@ int Report(ImageResource& texture, const std::string& file, bool cube) {
     std::string error;
     if (!ReadTga(file, image, error)) return Fail(error);
 
-    nlohmann::ordered_json result = {{"ok", true},
+    Json result = {{"ok", true},
                                      {"width", texture.width},
                                      {"height", texture.height},
                                      {"depth", image.depth},
                                      {"bytes", bytes}};
     if (cube) result["faces"] = 6;
-    Print(result);
+    PrintJson(result);
     return ToolOk;
 }
 
