@@ -146,7 +146,7 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTime) {
     }
     const std::string lines = progress.str();
     EXPECT_EQ(size_t(std::count(lines.begin(), lines.end(), '\n')), written.size());
-    // What the game loads by name; CMake's media target lists the same files.
+    // What the game loads by name.
     for (const char* name :
          {"font.tga", "UI_options_splash.tga", "UI_credits_splash.tga", "UI_quit_splash.tga", "UI_dialogue.tga",
           "UI_dialogue_controls.tga", "UI_dialogue_win.tga", "UI_dialogue_lose.tga", "ball.3DS", "DeadBall.3DS",
@@ -163,6 +163,16 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTime) {
         {"sky_negz.tga", 24},  {"intro_t.tga", 24},           {"smoke.tga", 32}};
     for (const auto& [name, depth] : depths) EXPECT_EQ(TgaProblem(ReadBytes(first.path / "Media" / name), depth), "") << name;
     EXPECT_EQ(ReadBytes(first.path / "Media" / "intro.lvl"), ReadBytes(kAssets / "levels" / "intro.lvl"));
+
+    // Run again over the same folder: only a file that was damaged is written again.
+    const fs::path ball = second.path / "Media" / "ball.3DS";
+    const std::vector<uint8_t> good = ReadBytes(ball);
+    std::ofstream(ball, std::ios::binary | std::ios::trunc) << "damaged";
+    std::ostringstream again;
+    GenerateMedia(kAssets, second.path / "Media", SystemFonts(), again);
+    EXPECT_EQ(ReadBytes(ball), good);
+    EXPECT_EQ(again.str().find("mediagen: wrote Media/ball.3DS ("), 0u) << again.str();
+    EXPECT_NE(again.str().find("mediagen: 31 files already up to date\n"), std::string::npos) << again.str();
     fs::remove_all(second.path);
 }
 

@@ -3,7 +3,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "level/object_kinds.h"
 #include "tools/mediagen/class_sizes.h"
+#include "tools/mediagen/media_error.h"
 #include "tools/mediagen/mesh_builder.h"
 
 namespace mediagen {
@@ -192,21 +194,27 @@ MaxObject Goal() {
 
 }  // namespace
 
+// The model of each class, by the class name the game's object kinds give.
+std::vector<MaxObject> ClassModel(const std::string& className) {
+    if (className == "Ball") return {Ball()};
+    if (className == "DeadBall") return {DeadBall()};
+    if (className == "Bumper") return {Bumper()};
+    if (className == "ReverseGravityBumper") return {ReverseGravityBumper()};
+    if (className == "SpawnerBumper") return {SpawnerBumper()};
+    if (className == "Peg") return {Peg()};
+    if (className == "FreeTurbine") return Turbine("FreeTurbine", kFreeTurbinePaddles, false);
+    if (className == "Turbine") return Turbine("Turbine", kDrivenTurbinePaddles, true);
+    if (className == "HingedDoor") return {HingedDoor()};
+    if (className == "TeleporterEntrance") return {TeleporterEntrance()};
+    if (className == "TeleporterExit") return {TeleporterExit()};
+    if (className == "Goal") return {Goal()};
+    throw MediaError(std::string("no model is drawn for the object class ") + className);
+}
+
 std::vector<ModelFile> ClassModels() {
-    return {
-        {"ball.3DS", {Ball()}},
-        {"DeadBall.3DS", {DeadBall()}},
-        {"Bumper.3DS", {Bumper()}},
-        {"ReverseGravityBumper.3DS", {ReverseGravityBumper()}},
-        {"SpawnerBumper.3DS", {SpawnerBumper()}},
-        {"Peg.3DS", {Peg()}},
-        {"turbine1.3DS", Turbine("FreeTurbine", kFreeTurbinePaddles, false)},
-        {"turbine2.3DS", Turbine("Turbine", kDrivenTurbinePaddles, true)},
-        {"HingedDoor.3DS", {HingedDoor()}},
-        {"TeleporterEntrance.3DS", {TeleporterEntrance()}},
-        {"TeleporterExit.3DS", {TeleporterExit()}},
-        {"goal.3DS", {Goal()}},
-    };
+    std::vector<ModelFile> files;
+    for (const ObjectKind& kind : ObjectKinds()) files.push_back({kind.model, ClassModel(kind.className)});
+    return files;
 }
 
 }  // namespace mediagen

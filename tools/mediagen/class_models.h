@@ -12,7 +12,8 @@ struct ModelFile {
     std::vector<MaxObject> objects;
 };
 
-// The models of the twelve object classes, sized as in class_sizes.h. A turbine's first
+// The model of every object kind the game knows, in the kinds' order, written to the file the
+// kind names; sized as in class_sizes.h. Throws MediaError for a kind with no model drawn here. A turbine's first
 // object is its collision mesh: a hub and paddles that share no corner, so the physics makes
 // each a convex hull of its own.
 std::vector<ModelFile> ClassModels();

@@ -1,7 +1,6 @@
 #include "tools/mediagen/media_gen.h"
 
 #include <algorithm>
-#include <fstream>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -12,6 +11,7 @@
 #include "tools/mediagen/level_files.h"
 #include "tools/mediagen/level_textures.h"
 #include "tools/mediagen/max_writer.h"
+#include "tools/mediagen/media_file.h"
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/splash_screens.h"
 #include "tools/mediagen/tga_writer.h"
@@ -25,38 +25,50 @@ namespace {
 
 std::string Shown(const fs::path& outDir, const std::string& name) { return (outDir.filename() / name).string(); }
 
-void Write(const fs::path& outDir, const std::string& name, const Picture& picture, std::ostream& progress) {
-    WriteTga(outDir / name, picture);
-    progress << "mediagen: wrote " << Shown(outDir, name) << " (" << picture.width << "x" << picture.height << ", "
-             << picture.Depth() << "-bit)\n";
-}
+// Writes the files of Media/, one progress line for each that changed.
+class MediaWriter {
+public:
+    MediaWriter(fs::path outDir, std::ostream& progress) : outDir(std::move(outDir)), progress(progress) {}
 
-// Through a temporary file, like the textures, so a failed run never leaves half a file.
-void WriteFile(const fs::path& path, const void* data, size_t size) {
-    fs::path partial = path;
-    partial += ".partial";
-    {
-        std::ofstream file(partial, std::ios::binary | std::ios::trunc);
-        file.write(static_cast<const char*>(data), std::streamsize(size));
-        if (!file) throw MediaError(path.string() + ": cannot write file");
+    void Write(const std::string& name, const Picture& picture) {
+        std::vector<uint8_t> bytes;
+        try {
+            bytes = EncodeTga(picture);
+        } catch (const MediaError& e) {
+            throw MediaError((outDir / name).string() + ": " + e.what());
+        }
+        Write(name, bytes.data(), bytes.size(), std::to_string(picture.width) + "x" + std::to_string(picture.height) +
+                                                    ", " + std::to_string(picture.Depth()) + "-bit");
     }
-    std::error_code error;
-    fs::rename(partial, path, error);
-    if (error) throw MediaError(path.string() + ": cannot write file (" + error.message() + ")");
-}
 
-void Write(const fs::path& outDir, const std::string& name, const std::vector<MaxObject>& objects,
-           std::ostream& progress) {
-    const std::vector<uint8_t> bytes = WriteMaxFile(objects);
-    WriteFile(outDir / name, bytes.data(), bytes.size());
-    size_t vertices = 0, faces = 0;
-    for (const MaxObject& object : objects) {
-        vertices += object.vertices.size();
-        faces += object.faces.size();
+    void Write(const std::string& name, const std::vector<MaxObject>& objects) {
+        const std::vector<uint8_t> bytes = WriteMaxFile(objects);
+        size_t vertices = 0, faces = 0;
+        for (const MaxObject& object : objects) {
+            vertices += object.vertices.size();
+            faces += object.faces.size();
+        }
+        Write(name, bytes.data(), bytes.size(),
+              std::to_string(objects.size()) + (objects.size() == 1 ? " object, " : " objects, ") +
+                  std::to_string(vertices) + " vertices, " + std::to_string(faces) + " faces");
     }
-    progress << "mediagen: wrote " << Shown(outDir, name) << " (" << objects.size()
-             << (objects.size() == 1 ? " object, " : " objects, ") << vertices << " vertices, " << faces << " faces)\n";
-}
+
+    void Write(const std::string& name, const void* data, size_t size, const std::string& what) {
+        if (WriteMediaFile(outDir / name, data, size))
+            progress << "mediagen: wrote " << Shown(outDir, name) << " (" << what << ")\n";
+        else
+            ++unchanged;
+    }
+
+    void Finish() {
+        if (unchanged > 0) progress << "mediagen: " << unchanged << " files already up to date\n";
+    }
+
+private:
+    fs::path outDir;
+    std::ostream& progress;
+    int unchanged = 0;
+};
 
 // The files of one source folder with the given extension, sorted so the output is always
 // made in the same order.
@@ -121,29 +133,31 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
     fs::create_directories(outDir, error);
     if (error) throw MediaError(outDir.string() + ": cannot create folder (" + error.message() + ")");
 
-    Write(outDir, "font.tga", MakeFontSheet(fonts.mono), progress);
+    MediaWriter media(outDir, progress);
+    media.Write("font.tga", MakeFontSheet(fonts.mono));
     const SplashFonts textFonts{fonts.sans, fonts.sansBold};
     for (const fs::path& source : splashSources) {
         const Picture splash = RenderSplash(ReadSplash(source), textFonts, source.string());
-        Write(outDir, "UI_" + source.stem().string() + "_splash.tga", splash, progress);
+        media.Write("UI_" + source.stem().string() + "_splash.tga", splash);
     }
     for (const Dialogue& dialogue : dialogues) {
-        Write(outDir, dialogue.file, RenderDialogue(dialogue.text, textFonts, dialogue.source), progress);
+        media.Write(dialogue.file, RenderDialogue(dialogue.text, textFonts, dialogue.source));
     }
 
-    for (const ModelFile& model : ClassModels()) Write(outDir, model.file, model.objects, progress);
-    for (const Track& track : tracks) Write(outDir, track.file, {track.mesh}, progress);
+    for (const ModelFile& model : ClassModels()) media.Write(model.file, model.objects);
+    for (const Track& track : tracks) media.Write(track.file, {track.mesh});
 
     for (size_t face = 0; face < kSkyFaces.size(); ++face) {
-        Write(outDir, std::string("sky_") + kSkyFaces[face] + ".tga", MakeSkyFace(int(face)), progress);
+        media.Write(std::string("sky_") + kSkyFaces[face] + ".tga", MakeSkyFace(int(face)));
     }
-    Write(outDir, "intro_t.tga", MakeTrackTexture(), progress);
-    Write(outDir, "smoke.tga", MakeSmokeAtlas(), progress);
+    media.Write("intro_t.tga", MakeTrackTexture());
+    media.Write("smoke.tga", MakeSmokeAtlas());
 
     for (const LevelCopy& level : levels) {
-        WriteFile(outDir / level.file, level.bytes.data(), level.bytes.size());
-        progress << "mediagen: wrote " << Shown(outDir, level.file) << " (level, " << level.bytes.size() << " bytes)\n";
+        media.Write(level.file, level.bytes.data(), level.bytes.size(),
+                    "level, " + std::to_string(level.bytes.size()) + " bytes");
     }
+    media.Finish();
 }
 
 }  // namespace mediagen

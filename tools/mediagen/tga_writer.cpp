@@ -62,23 +62,4 @@ std::vector<uint8_t> EncodeTga(const Picture& picture) {
     return out;
 }
 
-void WriteTga(const std::filesystem::path& path, const Picture& picture) {
-    std::vector<uint8_t> bytes;
-    try {
-        bytes = EncodeTga(picture);
-    } catch (const MediaError& e) {
-        throw MediaError(path.string() + ": " + e.what());
-    }
-    std::filesystem::path partial = path;
-    partial += ".partial";
-    {
-        std::ofstream file(partial, std::ios::binary | std::ios::trunc);
-        file.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-        if (!file) throw MediaError(path.string() + ": cannot write file");
-    }
-    std::error_code error;
-    std::filesystem::rename(partial, path, error);
-    if (error) throw MediaError(path.string() + ": cannot write file (" + error.message() + ")");
-}
-
 }  // namespace mediagen

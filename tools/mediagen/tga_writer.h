@@ -29,7 +29,4 @@ struct Picture {
 // picture is not 24 or 32 bits with power-of-two sides, which is all the game loads.
 std::vector<uint8_t> EncodeTga(const Picture& picture);
 
-// Encodes and writes through a temporary file, so a failed run never leaves half a texture.
-void WriteTga(const std::filesystem::path& path, const Picture& picture);
-
 }  // namespace mediagen
