@@ -22,6 +22,9 @@
 namespace {
 
 constexpr int kParticleCount = 5000;
+// Before the first frame the camera heads for a point above the origin.
+constexpr float kStartHeight = 40.0f;
+constexpr float kCameraRate = 3.0f;
 constexpr int32_t kMusicVolume = -2500;
 constexpr int32_t kStartSoundVolume = -1500;
 
@@ -116,10 +119,10 @@ bool Level::Load(const std::string& path) {
         return false;
     }
     if (!LoadResources()) return false;
-    camera.SetTargetPosition(0, 0, 40);
+    camera.SetTargetPosition(0, 0, kStartHeight);
     camera.SetTargetLookAt(0, 0, 0);
-    camera.SetLookAtRate(3.0f);
-    camera.SetPositionRate(3.0f);
+    camera.SetLookAtRate(kCameraRate);
+    camera.SetPositionRate(kCameraRate);
     if (!read) {
         std::fprintf(stderr, "%s\n", error.c_str());
         return false;

@@ -8,8 +8,8 @@
 #include "objects/ball.h"
 #include "objects/particle_emitters.h"
 #include "objects/particle_system.h"
-#include "physics/physics_system.h"
 #include "level/level_sounds.h"
+#include "physics/physics_system.h"
 
 namespace {
 
@@ -20,13 +20,33 @@ constexpr float kCameraCeiling = 500.0f;
 constexpr double kDialogueSeconds = 5.0;
 constexpr int32_t kMusicRepeatVolume = -1500;
 
+// The tilt is shown in degrees through this rough pi, and gravity turns by those degrees
+// through a finer one; the two must stay as they are for play to stay as it is.
+constexpr float kDegreesPi = 3.1415f;
+constexpr float kRadiansPi = 3.14159265f;
+
+// Particles fall the gravity's way at this fixed acceleration, however strong the level's.
+constexpr float kParticleGravity = 9.81f;
+// The ball's trail puffs at an interval that swings with the clock.
+constexpr float kTrailSwingRate = 3.0f;
+constexpr float kTrailSwingInterval = 0.05f;
+constexpr float kTrailMinInterval = 0.005f;
+
+// The time line's text size, and its pulse in the last fifths of each of the last seconds.
+constexpr float kTextSize = 0.05f;
+constexpr float kPulseFrom = 30.0f;
+constexpr float kPulseStart = 0.8f;
+constexpr float kPulseLength = 0.2f;
+constexpr float kPulseSize = 0.0025f;
+constexpr float kPulsePi = 3.14f;
+
 }  // namespace
 
 // The base gravity turned counter-clockwise about z by the tilt, as a unit quaternion
 // rotation. The tilt goes through degrees with 3.1415, as the picture's turn does.
 Vector3 Level::TiltedGravity() const {
-    const float degrees = tilt * 180.0f / 3.1415f;
-    const float half = degrees * 3.14159265f / 180.0f * 0.5f;
+    const float degrees = tilt * 180.0f / kDegreesPi;
+    const float half = degrees * kRadiansPi / 180.0f * 0.5f;
     const float s = std::sin(half), c = std::cos(half);
     const Vector3 v = baseGravity;
     // v + 2c (q x v) + 2 q x (q x v), with q = (0, 0, s) the quaternion's vector part.
@@ -36,7 +56,7 @@ Vector3 Level::TiltedGravity() const {
 void Level::Frame(const FrameInput& frame) {
     input = frame;
     const Vector3 gravity = TiltedGravity();
-    const float degrees = tilt * 180.0f / 3.1415f;
+    const float degrees = tilt * 180.0f / kDegreesPi;
     bool nudged = false;
 
     if (!intro) {
@@ -79,21 +99,21 @@ void Level::Frame(const FrameInput& frame) {
         GameObject* current = GetCurrentBall();
         if (particles->emitTimer <= 0 && current) {
             EmitBallTrail(*particles, GetRandom(), current->GetPosition(), baseGravity.y < 0);
-            const float s = std::sin(3.0f * float(frame.now));
-            particles->emitTimer = 0.05f * s * s + 0.005f;
+            const float s = std::sin(kTrailSwingRate * float(frame.now));
+            particles->emitTimer = kTrailSwingInterval * s * s + kTrailMinInterval;
         }
         if (nudged && current) EmitNudgeBurst(*particles, GetRandom(), current->GetPosition());
         const float length = std::sqrt(gravity.x * gravity.x + gravity.y * gravity.y + gravity.z * gravity.z);
-        const Vector3 a = length != 0.0f ? gravity * (9.81f / length) : Vector3(0, 0, 0);
+        const Vector3 a = length != 0.0f ? gravity * (kParticleGravity / length) : Vector3(0, 0, 0);
         particles->Update(frame.dt, a.x, a.y, a.z);
         if (services.view) services.view->DrawParticles(*particles);
     }
 
     const float remaining = float(timeLimit - elapsed);
-    float textSize = 0.05f;
-    if (remaining < 30) {
+    float textSize = kTextSize;
+    if (remaining < kPulseFrom) {
         const float f = std::fmod(remaining, 1.0f);
-        if (f > 0.8f) textSize = 0.05f + 0.0025f * std::sin((f - 0.8f) / 0.2f * 3.14f * 2);
+        if (f > kPulseStart) textSize = kTextSize + kPulseSize * std::sin((f - kPulseStart) / kPulseLength * kPulsePi * 2);
     }
     if (services.view) services.view->DrawOverlay(*this, remaining, textSize);
 

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr float kNudgeImpulse = 20.0f;
+
 
 // A sphere kept in the plane, at rest at (x, y, 0); null when the physics refuses the values.
 phys::Actor* MakeSphere(PhysicsSystem* physics, float radius, float mass, uint16_t material, float x, float y,
@@ -33,10 +35,10 @@ Ball::Ball(Level& level, std::string name, float x, float y, float health, float
 
 void Ball::Nudge(Random& random) {
     Vector3 direction;
-    direction.x = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
-    direction.y = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
-    direction.z = float(random.Next()) * 2.0f / 32767.0f - 1.0f;
-    if (actor) actor->AddForce(DividedByLength(direction) * 20.0f, phys::ForceMode::Impulse);
+    direction.x = float(random.Next()) * 2.0f / float(Random::kMax) - 1.0f;
+    direction.y = float(random.Next()) * 2.0f / float(Random::kMax) - 1.0f;
+    direction.z = float(random.Next()) * 2.0f / float(Random::kMax) - 1.0f;
+    if (actor) actor->AddForce(DividedByLength(direction) * kNudgeImpulse, phys::ForceMode::Impulse);
 }
 
 DeadBall::DeadBall(Level& level, std::string name, float x, float y, float mass, float radius)

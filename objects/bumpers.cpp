@@ -8,6 +8,18 @@
 #include "physics/actor.h"
 #include "physics/physics_system.h"
 
+namespace {
+
+constexpr float kTriggerScale = 1.1f;  // the trigger reaches a little beyond the post
+constexpr int kSparks = 5;
+constexpr int kCurrentBallSparks = 50;
+// Spawned balls stand this many times the ball's distance from the bumper's centre, with the
+// standard ball's health, mass and radius.
+constexpr float kSpawnDistance = 1.1f;
+constexpr float kSpawnHealth = 100.0f, kSpawnMass = 1.0f, kSpawnRadius = 1.0f;
+
+}  // namespace
+
 Bumper::Bumper(Level& level, std::string name, float x, float y, float force, float radius)
     : TriggeredGameObject(level, std::move(name)), radius(radius), force(force) {
     if (PhysicsSystem* physics = Physics()) {
@@ -18,7 +30,7 @@ Bumper::Bumper(Level& level, std::string name, float x, float y, float force, fl
             actor->userData = static_cast<GameObject*>(this);
         }
     }
-    if (force > 0) MakeTrigger(radius * 1.1f, x, y);
+    if (force > 0) MakeTrigger(radius * kTriggerScale, x, y);
     model = level.ClassModel("Bumper");
 }
 
@@ -36,10 +48,10 @@ void Bumper::Update() {
             const Vector3 p = a->GetGlobalPosition();
             const Vector3 d = DividedByLength(p - b);
             a->AddForce(d * force, phys::ForceMode::Impulse);
-            int sparks = 5;
+            int sparks = kSparks;
             if (a == current) {
                 RaiseEvent("Bump");
-                sparks = 50;
+                sparks = kCurrentBallSparks;
             }
             if (ParticleSystem* particles = level.GetParticles())
                 EmitBumperSparks(*particles, level.GetRandom(), b, d, sparks);
@@ -86,7 +98,7 @@ void SpawnerBumper::Update() {
             const Vector3 p = a->GetGlobalPosition();
             const Vector3 b = trigger->GetGlobalPosition();
             const float dx = b.x - p.x, dy = b.y - p.y;
-            const float ax = 1.1f * dx, by = 1.1f * dy;
+            const float ax = kSpawnDistance * dx, by = kSpawnDistance * dy;
             const Vector3 p1(b.x + ax, b.y + by, 0), p2(b.x - by, b.y + ax, 0), p3(b.x + by, b.y - ax, 0);
             std::vector<Vector3> spots;
             if (count == 1)
@@ -96,7 +108,8 @@ void SpawnerBumper::Update() {
             else
                 spots = {p1, p2, p3};
             for (const Vector3& spot : spots)
-                level.AddObject(std::make_unique<Ball>(level, "", spot.x, spot.y, 100.0f, 1.0f, 1.0f));
+                level.AddObject(
+                    std::make_unique<Ball>(level, "", spot.x, spot.y, kSpawnHealth, kSpawnMass, kSpawnRadius));
         }
     }
     Bumper::Update();

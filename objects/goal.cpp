@@ -15,6 +15,13 @@ void Goal::HandleMessage(const QueuedMessage& message) {
     if (message.content == "Enable") enabled = true;
 }
 
+namespace {
+
+// What enters the goal and is not a ball is thrown out at this speed.
+constexpr float kPushAway = 100.0f;
+
+}  // namespace
+
 void Goal::Update() {
     if (enabled) {
         // Indexed: collecting a ball blanks its entries in every list, this one included.
@@ -31,7 +38,7 @@ void Goal::Update() {
             }
             const Vector3 b = GetPosition();
             const Vector3 d = DividedByLength(a->GetGlobalPosition() - b);
-            a->AddForce(d * 100.0f, phys::ForceMode::VelocityChange);
+            a->AddForce(d * kPushAway, phys::ForceMode::VelocityChange);
         }
     }
     TriggeredGameObject::Update();

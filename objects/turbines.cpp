@@ -13,6 +13,8 @@ namespace {
 
 
 constexpr float kMotorForce = 99.0f;
+// A speed sent by message is taken as degrees and turned into radians the other way round.
+constexpr float kMessagePi = 3.14159f;
 
 // A wheel's body from the first sub-model of its model, cached as a collision map.
 phys::Actor* MakeWheel(PhysicsSystem* physics, Model* model, float mass) {
@@ -51,7 +53,7 @@ void Turbine::HandleMessage(const QueuedMessage& message) {
     float value;
     if (words >> value) speed = value;
     if (hinge)
-        hinge->SetMotor({.velTarget = speed * 180.0f / 3.14159f, .maxForce = kMotorForce, .freeSpin = false});
+        hinge->SetMotor({.velTarget = speed * 180.0f / kMessagePi, .maxForce = kMotorForce, .freeSpin = false});
 }
 
 FreeTurbine::FreeTurbine(Level& level, std::string name, float x, float y, float mass)
