@@ -221,10 +221,14 @@ TEST_F(GameEngineTest, LevelSelectionRestoresTheWorkingDirectory) {
     EXPECT_EQ(engine->GetState(), StateIntro);
 
     engine->SetState(StateMenu);
-    engine->SetLevelChooser([](const std::string&) { return std::optional<std::string>(); });
+    engine->SetLevelChooser([](const std::string&) {
+        fs::current_path(fs::temp_directory_path());
+        return std::optional<std::string>();
+    });
     menu->next = ChoiceLevelSelect;
     Turn(501);
     EXPECT_EQ(engine->GetState(), StateMenu) << "a cancelled choice goes back to the menu";
+    EXPECT_EQ(fs::current_path(), before) << "and leaves the working directory as it was";
     engine->SetLevelChooser(nullptr);
 }
 
