@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with warnings as errors and runs every test. Tests that open
-# a window run under Xvfb with Mesa's software renderer.
+# Installs what is missing, builds with warnings as errors and runs every test: the headless
+# suites without a display, the tests that open a window under Xvfb with Mesa's software renderer.
 set -euo pipefail
 root=$(cd "$(dirname "$0")" && pwd)
 "$root/scripts/install-deps.sh"
@@ -9,5 +9,8 @@ echo "test: building in $build"
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DVELLORAN_WERROR=ON >/dev/null
 cmake --build "$build"
 export SDL_NO_SIGNAL_HANDLERS=1 VELLORAN_MESSAGES_TO_STDERR=1 LIBGL_ALWAYS_SOFTWARE=1
-echo "test: running the suite under Xvfb"
-xvfb-run -a -s "-screen 0 1024x768x24" ctest --test-dir "$build" --output-on-failure -j2 "$@"
+# The headless suites need no display, and are run without one to prove it.
+echo "test: running the headless suites, without a display"
+env -u DISPLAY -u WAYLAND_DISPLAY ctest --test-dir "$build" --output-on-failure -j2 -LE display "$@"
+echo "test: running the window suites under Xvfb"
+xvfb-run -a -s "-screen 0 1024x768x24" ctest --test-dir "$build" --output-on-failure -j2 -L display "$@"
