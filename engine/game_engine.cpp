@@ -25,6 +25,7 @@ GameEngine* GameEngine::GetInstance() {
 
 GameEngine::GameEngine(TimerClock& clock, std::string folder)
     : gameFolder(folder.empty() ? platform::ProgramFolder() : std::move(folder)),
+      mediaFolder((std::filesystem::path(gameFolder) / "Media").string()),
       resources(std::make_unique<ResourceManager>(gameFolder)),
       sound(std::make_unique<SoundSystem>()),
       input(std::make_unique<InputSystem>()),
@@ -67,7 +68,7 @@ bool GameEngine::Init() {
     services.physics = physics.get();
     services.random = &random;
     services.resources = resources.get();
-    services.mediaFolder = (std::filesystem::path(gameFolder) / "Media").string();
+    services.mediaFolder = mediaFolder;
     services.sounds = levelSounds.get();
     services.view = levelView.get();
     services.showMessage = [](const std::string& text) { platform::ShowMessage(text); };

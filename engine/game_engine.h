@@ -77,6 +77,7 @@ private:
     FrameInput SampleFrame();
 
     std::string gameFolder;
+    std::string mediaFolder;  // gameFolder/Media
     std::unique_ptr<ResourceManager> resources;
     std::unique_ptr<SoundSystem> sound;
     std::unique_ptr<LevelSounds> levelSounds;

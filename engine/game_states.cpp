@@ -64,14 +64,14 @@ void GameEngine::MenuFrame() {
     switch (choice) {
     case ChoiceNewGame:
         SetState(StateIntro);
-        LoadFromMenu("Media/intro.lvl");
+        LoadFromMenu(mediaFolder + "/intro.lvl");
         break;
     case ChoiceLevelSelect: {
         SetState(StateIntro);
         // The chooser may change the working directory; whatever it answers, it is put back.
         std::error_code ec;
         auto saved = std::filesystem::current_path(ec);
-        std::optional<std::string> chosen = chooseLevel ? chooseLevel("Media") : std::nullopt;
+        std::optional<std::string> chosen = chooseLevel ? chooseLevel(mediaFolder) : std::nullopt;
         if (!ec) std::filesystem::current_path(saved, ec);
         if (chosen) {
             LoadFromMenu(*chosen);

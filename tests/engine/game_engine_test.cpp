@@ -197,7 +197,8 @@ TEST_F(GameEngineTest, F1TogglesTheOverlayOnKeyUpInAnyState) {
 TEST_F(GameEngineTest, NewGameLoadsTheIntroLevelOrStaysInTheMenu) {
     menu->next = ChoiceNewGame;
     Turn(400);
-    ASSERT_EQ(level->loads, std::vector<std::string>{"Media/intro.lvl"});
+    ASSERT_EQ(level->loads, std::vector<std::string>{(folder / "Media" / "intro.lvl").string()})
+        << "found beside the game, whatever the working directory";
     EXPECT_EQ(engine->GetState(), StateIntro);
 
     engine->SetState(StateMenu);
@@ -210,7 +211,7 @@ TEST_F(GameEngineTest, NewGameLoadsTheIntroLevelOrStaysInTheMenu) {
 TEST_F(GameEngineTest, LevelSelectionRestoresTheWorkingDirectory) {
     fs::path before = fs::current_path();
     engine->SetLevelChooser([](const std::string& folderName) -> std::optional<std::string> {
-        EXPECT_EQ(folderName, "Media");
+        EXPECT_EQ(folderName, (folder / "Media").string());
         fs::current_path(fs::temp_directory_path());
         return std::string("Media/mine.lvl");
     });
