@@ -3,7 +3,8 @@
 #include "level/fly_over.h"
 #include "objects/game_object.h"
 
-HeadlessGame::HeadlessGame(uint32_t seed, const std::string& gameFolder) : random(seed), resources(gameFolder) {
+HeadlessGame::HeadlessGame(uint32_t seed, const std::string& gameFolder, LevelView* view)
+    : random(seed), resources(gameFolder) {
     physics.Startup();
     LevelServices services;
     services.physics = &physics;
@@ -12,6 +13,7 @@ HeadlessGame::HeadlessGame(uint32_t seed, const std::string& gameFolder) : rando
     services.mediaFolder = gameFolder + "/Media";
     services.sounds = this;
     services.observer = this;
+    services.view = view;
     services.showMessage = [this](const std::string& text) { errors.push_back(text); };
     level = std::make_unique<Level>(std::move(services));
 }

@@ -30,8 +30,9 @@ class HeadlessGame : public LevelObserver, public LevelSounds {
 public:
     static constexpr float kFrameTime = 1.0f / 60.0f;
 
-    // Media is found in gameFolder/Media, as the game finds it beside itself.
-    explicit HeadlessGame(uint32_t seed, const std::string& gameFolder = ".");
+    // Media is found in gameFolder/Media, as the game finds it beside itself. A view, when
+    // given, is shown the frames as a window would draw them.
+    explicit HeadlessGame(uint32_t seed, const std::string& gameFolder = ".", LevelView* view = nullptr);
     ~HeadlessGame() override;
 
     // False when the level does not load; the messages the game would show are in errors.

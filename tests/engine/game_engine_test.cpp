@@ -7,31 +7,17 @@
 #include <string>
 #include <vector>
 
-#include "engine/command_line.h"
 #include "engine/game_engine.h"
 #include "level/level.h"
 #include "menu/menu.h"
 #include "objects/game_object.h"
 #include "platform/key_codes.h"
-#include "tests/support/test_media.h"
+#include "tests/engine/manual_clock.h"
+#include "tests/support/tga_bytes.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-class ManualClock : public TimerClock {
-public:
-    bool Frequency(int64_t& countsPerSecond) override {
-        countsPerSecond = 1000;
-        return true;
-    }
-    bool Counter(int64_t& count) override {
-        count = milliseconds;
-        return true;
-    }
-    void SleepOneMillisecond() override { ++milliseconds; }
-    int64_t milliseconds = 0;
-};
 
 class ScriptedInput : public platform::InputSource {
 public:
@@ -72,15 +58,10 @@ public:
     void Frame(const FrameInput&) override { ++frames; }
     GameObject* GetCurrentBall() const override { return ball; }
     GameObject* GetGoal() const override { return goalObject; }
-    void Place(GameObject* placedBall, GameObject* placedGoal) {
-        ball = placedBall;
-        goalObject = placedGoal;
-    }
+    void Finish() { finished = true; }
+
     GameObject* ball = nullptr;
     GameObject* goalObject = nullptr;
-    void Finish() { finished = true; }
-    bool InIntro() const { return intro; }
-
     bool loadSucceeds = true;
     std::vector<std::string> loads;
     int frames = 0;
@@ -96,6 +77,7 @@ protected:
             WriteTga32(folder / "Media" / (std::string(name) + ".tga"), 4, 4,
                        [](int, int) { return Bgra{0, 0, 255, 255}; });
         fs::current_path(folder);
+        clock.frequency = 1000;
         engine = new GameEngine(clock, folder.string());
         ASSERT_TRUE(engine->Init());
     }
@@ -116,15 +98,22 @@ protected:
         engine->SetLevel(std::move(scriptedLevel));
         engine->SetState(StateMenu);
         // The engine's clock never runs backwards, so each test's times start past the last.
-        start = clock.milliseconds + 1000000;
+        start = clock.count + 1000000;
     }
 
     // One turn of the main loop at the given running time, counted from this test's start.
     void Turn(double seconds) {
-        clock.milliseconds = start + int64_t(seconds * 1000 + 0.5);
+        clock.count = start + int64_t(seconds * 1000 + 0.5);
         engine->GetTimer()->Tick();
         engine->GetInput()->Update();
         engine->Frame();
+    }
+    // The key held from one turn and let go at the next.
+    void Press(uint8_t key, double down, double up) {
+        keys.down[key] = true;
+        Turn(down);
+        keys.down[key] = false;
+        Turn(up);
     }
 
     static inline fs::path folder;
@@ -146,10 +135,7 @@ TEST_F(GameEngineTest, SplashScreensIgnoreClicksInTheirFirstSecond) {
         menu->next = c.choice;
         Turn(t);
         EXPECT_EQ(engine->GetState(), c.state);
-        keys.down[vk::LeftButton] = true;
-        Turn(t + 0.5);
-        keys.down[vk::LeftButton] = false;
-        Turn(t + 0.9);
+        Press(vk::LeftButton, t + 0.5, t + 0.9);
         EXPECT_EQ(engine->GetState(), c.state) << "a release within the first second does nothing";
         keys.down[vk::LeftButton] = true;
         Turn(t + 1.2);
@@ -166,15 +152,9 @@ TEST_F(GameEngineTest, FarewellScreenEndsTheLoopAfterASecondFromItsFirstShowing)
     Turn(200);
     EXPECT_EQ(engine->GetState(), StateQuit);
     Turn(200.5);  // the picture is first shown here, so the second counts from now
-    keys.down[vk::LeftButton] = true;
-    Turn(201.2);
-    keys.down[vk::LeftButton] = false;
-    Turn(201.4);
+    Press(vk::LeftButton, 201.2, 201.4);
     EXPECT_TRUE(engine->IsRunning()) << "only 0.9 s since the screen first showed";
-    keys.down[vk::LeftButton] = true;
-    Turn(201.6);
-    keys.down[vk::LeftButton] = false;
-    Turn(201.7);
+    Press(vk::LeftButton, 201.6, 201.7);
     EXPECT_FALSE(engine->IsRunning());
 }
 
@@ -187,10 +167,7 @@ TEST_F(GameEngineTest, F1TogglesTheOverlayOnKeyUpInAnyState) {
     Turn(300.1);
     EXPECT_NE(engine->IsShowingStats(), before);
     engine->SetState(StatePlaying);
-    keys.down[vk::F1] = true;
-    Turn(300.2);
-    keys.down[vk::F1] = false;
-    Turn(300.3);
+    Press(vk::F1, 300.2, 300.3);
     EXPECT_EQ(engine->IsShowingStats(), before);
 }
 
@@ -235,12 +212,13 @@ TEST_F(GameEngineTest, LevelSelectionRestoresTheWorkingDirectory) {
 
 TEST_F(GameEngineTest, FlyOverGlidesFromBallToGoalAndBackThenPlays) {
     Marker ball(*level, {0, 0, 0}), goal(*level, {30, 0, 0});
-    level->Place(&ball, &goal);
+    level->ball = &ball;
+    level->goalObject = &goal;
     engine->SetState(StateIntro);
     PositionLookAtCamera& camera = level->GetCamera();
 
     Turn(600);  // t = 0: high above the ball
-    EXPECT_TRUE(level->InIntro());
+    EXPECT_TRUE(level->IsIntro());
     EXPECT_FLOAT_EQ(camera.TargetPosition().z, 100);
     EXPECT_FLOAT_EQ(camera.PositionRate(), 1.0f);
     Turn(604.5);  // halfway from ball to goal
@@ -256,8 +234,8 @@ TEST_F(GameEngineTest, FlyOverGlidesFromBallToGoalAndBackThenPlays) {
     EXPECT_EQ(engine->GetState(), StateIntro);
     Turn(611);
     EXPECT_EQ(engine->GetState(), StatePlaying);
-    EXPECT_FALSE(level->InIntro());
-    level->Place(nullptr, nullptr);
+    EXPECT_FALSE(level->IsIntro());
+    level->ball = level->goalObject = nullptr;
 }
 
 TEST_F(GameEngineTest, FlyOverEndsAtOnceWithoutABallAndAtThreeSecondsWithoutAGoal) {
@@ -266,7 +244,7 @@ TEST_F(GameEngineTest, FlyOverEndsAtOnceWithoutABallAndAtThreeSecondsWithoutAGoa
     EXPECT_EQ(engine->GetState(), StatePlaying) << "no ball: the first frame goes to play";
 
     Marker ball(*level, {0, 0, 0});
-    level->Place(&ball, nullptr);
+    level->ball = &ball;
     menu->next = ChoiceNewGame;
     engine->SetState(StateMenu);
     Turn(710);  // loads and starts the fly-over clock on the next frame
@@ -275,7 +253,7 @@ TEST_F(GameEngineTest, FlyOverEndsAtOnceWithoutABallAndAtThreeSecondsWithoutAGoa
     EXPECT_EQ(engine->GetState(), StateIntro);
     Turn(713.2);
     EXPECT_EQ(engine->GetState(), StatePlaying);
-    level->Place(nullptr, nullptr);
+    level->ball = nullptr;
 }
 
 TEST_F(GameEngineTest, PlayRunsTheLevelUntilItIsFinished) {
@@ -292,12 +270,6 @@ TEST_F(GameEngineTest, PlayRunsTheLevelUntilItIsFinished) {
     engine->SetState(StatePlaying);
     Turn(800.3);
     EXPECT_EQ(engine->GetState(), StateMenu) << "no level at all";
-}
-
-TEST(CommandLineTest, ArgumentsAreJoinedBySingleSpaces) {
-    const char* argv[] = {"velloran", "Media/my", "level.lvl"};
-    EXPECT_EQ(JoinArguments(3, argv), "Media/my level.lvl");
-    EXPECT_EQ(JoinArguments(1, argv), "");
 }
 
 }  // namespace

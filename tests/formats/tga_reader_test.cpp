@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,34 +22,23 @@ protected:
     TempDir dir;
 };
 
-TEST_F(TgaReaderTest, LoadsTrueColourAndReportsPixelBytes) {
-    const std::string rgba = Write("rgba.tga", TgaBytes({.width = 256, .height = 128, .depth = 32}));
-    const std::string rgb = Write("rgb.tga", TgaBytes({.width = 256, .height = 128, .depth = 24}));
-
-    ImageResource texture32(rgba, "rgba", nullptr, false);
-    EXPECT_EQ(texture32.Load(rgba), 131072);
-    EXPECT_EQ(texture32.width, 256);
-    EXPECT_EQ(texture32.height, 128);
-
-    ImageResource texture24(rgb, "rgb", nullptr, false);
-    EXPECT_EQ(texture24.Load(rgb), 98304);
-    EXPECT_TRUE(texture24.lastError.empty());
-
-    TgaImage image;
-    std::string error;
-    ASSERT_TRUE(ReadTga(rgb, image, error)) << error;
-    EXPECT_EQ(image.depth, 24);
-    EXPECT_EQ(image.file.size(), 18u + 98304u);
-}
-
-TEST_F(TgaReaderTest, PixelsStartAfterTheHeaderEvenWithAnImageId) {
+TEST_F(TgaReaderTest, LoadsTrueColourAndReportsPixelBytesWhichStartAfterTheHeaderEvenWithAnImageId) {
+    for (int depth : {32, 24}) {
+        const std::string path = Write("t.tga", TgaBytes({.width = 256, .height = 128, .depth = depth}));
+        ImageResource texture(path, "t", nullptr, false);
+        EXPECT_EQ(texture.Load(path), 256 * 128 * depth / 8);
+        EXPECT_EQ(texture.width, 256);
+        EXPECT_EQ(texture.height, 128);
+        EXPECT_TRUE(texture.lastError.empty());
+    }
     // The ID length is not skipped: the bytes after the header are the pixels, and a file
     // with no room for the ID is still complete.
     const std::string path = Write("id.tga", TgaBytes({.width = 2, .height = 2, .depth = 32, .idLength = 5}));
     TgaImage image;
     std::string error;
     ASSERT_TRUE(ReadTga(path, image, error)) << error;
-    EXPECT_EQ(image.pixelOffset, 18u);
+    EXPECT_EQ(image.depth, 32);
+    EXPECT_EQ(image.file.size(), 18u + 16u);
     EXPECT_EQ(image.Pixels(), image.file.data() + 18);
     EXPECT_EQ(image.Pixels()[0], 0);
 }
@@ -76,7 +65,6 @@ TEST_F(TgaReaderTest, RejectsWhatItCannotLoadAndNamesTheFile) {
         {"rle", TgaBytes({.imageType = 10}),
          "run-length encoded TGA (image type 10) is not supported; only uncompressed true-colour (type 2)"},
         {"depth16", TgaBytes({.depth = 16}), "depth 16"},
-        {"npot", TgaBytes({.width = 100, .height = 100}), "width 100 is not a power of two"},
         {"npot_height", TgaBytes({.width = 64, .height = 48}), "height 48 is not a power of two"},
         {"zero_width", TgaBytes({.width = 0, .height = 4}), "width 0 is not a power of two"},
         {"short_header", truncatedHeader, "file is 10 bytes"},
@@ -108,7 +96,7 @@ TEST_F(TgaReaderTest, RejectsWhatItCannotLoadAndNamesTheFile) {
 class TgaCubeMapTest : public TgaReaderTest {
 protected:
     // Faces of different sizes, so the sum and the size kept show which faces were read.
-    void WriteFaces(const std::vector<std::string>& skip = {}) {
+    void WriteFaces() {
         const std::vector<std::pair<std::string, TgaFields>> faces = {
             {"posx", {.width = 4, .height = 4, .depth = 32}},   // 64
             {"negx", {.width = 4, .height = 4, .depth = 24}},   // 48
@@ -117,31 +105,23 @@ protected:
             {"posz", {.width = 4, .height = 4, .depth = 32}},   // 64
             {"negz", {.width = 16, .height = 8, .depth = 24}},  // 384
         };
-        for (const auto& [face, fields] : faces) {
-            if (std::find(skip.begin(), skip.end(), face) != skip.end()) continue;
-            Write("sky_" + face + ".tga", TgaBytes(fields));
-        }
+        for (const auto& [face, fields] : faces) Write("sky_" + face + ".tga", TgaBytes(fields));
     }
 };
 
-TEST_F(TgaCubeMapTest, ReadsAllSixFacesInOrder) {
+TEST_F(TgaCubeMapTest, ReadsAllSixFacesFromAnyFacesNameAndStopsAtTheFirstMissingOne) {
     WriteFaces();
-    ImageResource cube(dir.File("sky_posx.tga"), "sky", nullptr, true);
-    EXPECT_EQ(cube.Load(dir.File("sky_posx.tga")), 64 + 48 + 256 + 16 + 64 + 384) << cube.lastError;
-    EXPECT_EQ(cube.width, 16) << "the size is the last face's, -z";
-    EXPECT_EQ(cube.height, 8);
-
-    // Any face's name gives the same cube.
-    ImageResource again(dir.File("sky_negz.tga"), "sky", nullptr, true);
-    EXPECT_EQ(again.Load(dir.File("sky_negz.tga")), 832);
-}
-
-TEST_F(TgaCubeMapTest, StopsAtTheFirstMissingFace) {
-    WriteFaces({"negy", "posz"});
+    for (const char* face : {"sky_posx.tga", "sky_negz.tga"}) {
+        ImageResource cube(dir.File(face), "sky", nullptr, true);
+        EXPECT_EQ(cube.Load(dir.File(face)), 64 + 48 + 256 + 16 + 64 + 384) << cube.lastError;
+        EXPECT_EQ(cube.width, 16) << "the size is the last face's, -z";
+        EXPECT_EQ(cube.height, 8);
+    }
+    std::filesystem::remove(dir.File("sky_negy.tga"));
+    std::filesystem::remove(dir.File("sky_posz.tga"));
     ImageResource cube(dir.File("sky_posx.tga"), "sky", nullptr, true);
     EXPECT_LT(cube.Load(dir.File("sky_posx.tga")), 0);
     EXPECT_EQ(cube.lastError, dir.File("sky_negy.tga") + ": cannot open file");
-
     ImageResource unnamed("x.tga", "x", nullptr, true);
     EXPECT_LT(unnamed.Load("x.tga"), 0);
     EXPECT_NE(unnamed.lastError.find("x.tga"), std::string::npos);

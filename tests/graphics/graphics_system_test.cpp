@@ -10,7 +10,7 @@
 #include "graphics/texture.h"
 #include "graphics/window.h"
 #include "resources/resource_manager.h"
-#include "tests/support/test_media.h"
+#include "tests/support/tga_bytes.h"
 
 namespace fs = std::filesystem;
 
@@ -70,23 +70,22 @@ void ExpectColour(Rgb got, Rgb want, const char* where) {
     EXPECT_NEAR(got.b, want.b, 8) << where;
 }
 
-TEST_F(GraphicsSystemTest, FrameClearsToGreenOverTheWholeClientArea) {
+TEST_F(GraphicsSystemTest, AFrameClearsToGreenAndAQuadShowsItsTextureUprightOverItsRectangleOnly) {
+    Texture2D* bands = GetTexture(*resources, "bands");
+    ASSERT_NE(bands, nullptr);
+    ASSERT_NE(bands->textureName, 0u);
     graphics->BeginFrame();
     GLint viewport[4];
     glGetIntegerv(GL_VIEWPORT, viewport);
     EXPECT_EQ(viewport[2], 800);
     EXPECT_EQ(viewport[3], 600);
-    ExpectColour(At(0.5f, 0.5f), {0, 255, 0}, "centre");
-    ExpectColour(At(0.01f, 0.99f), {0, 255, 0}, "corner");
-    graphics->EndFrame();
-}
-
-TEST_F(GraphicsSystemTest, FullScreenQuadShowsTheTextureUpright) {
-    Texture2D* bands = GetTexture(*resources, "bands");
-    ASSERT_NE(bands, nullptr);
-    ASSERT_NE(bands->textureName, 0u);
-    graphics->BeginFrame();
     graphics->Begin2D();
+    graphics->DrawQuad(ScreenQuad::Make(0.5f, 0.5f, 0.25f, 0.25f), InsetTexCoords(8, 8), bands, 0);
+    ExpectColour(At(0.6f, 0.55f), {255, 0, 0}, "inside, upper part");
+    ExpectColour(At(0.6f, 0.7f), {0, 0, 255}, "inside, lower part");
+    ExpectColour(At(0.4f, 0.6f), {0, 255, 0}, "left of it");
+    ExpectColour(At(0.6f, 0.8f), {0, 255, 0}, "below it");
+    ExpectColour(At(0.01f, 0.99f), {0, 255, 0}, "corner");
     graphics->DrawQuad(ScreenQuad::Make(0, 0, 1, 1), InsetTexCoords(bands->width, bands->height), bands, 0);
     ExpectColour(At(0.5f, 0.2f), {255, 0, 0}, "top half");
     ExpectColour(At(0.5f, 0.8f), {0, 0, 255}, "bottom half");
@@ -114,19 +113,7 @@ TEST_F(GraphicsSystemTest, CubeMapUploadsAllSixFacesAndUnloadsCleanly) {
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
 }
 
-TEST_F(GraphicsSystemTest, QuadCoversOnlyItsRectangle) {
-    Texture2D* bands = GetTexture(*resources, "bands");
-    graphics->BeginFrame();
-    graphics->Begin2D();
-    graphics->DrawQuad(ScreenQuad::Make(0.5f, 0.5f, 0.25f, 0.25f), InsetTexCoords(8, 8), bands, 0);
-    ExpectColour(At(0.6f, 0.55f), {255, 0, 0}, "inside, upper part");
-    ExpectColour(At(0.6f, 0.7f), {0, 0, 255}, "inside, lower part");
-    ExpectColour(At(0.4f, 0.6f), {0, 255, 0}, "left of it");
-    ExpectColour(At(0.6f, 0.8f), {0, 255, 0}, "below it");
-    graphics->EndFrame();
-}
-
-TEST_F(GraphicsSystemTest, TextStandsOnItsLineWithAShadowBelowRight) {
+TEST_F(GraphicsSystemTest, TextStandsOnItsLineWithAShadowAndAdvancesByItsSize) {
     graphics->BeginFrame();
     graphics->Begin2D();
     // One glyph: x 0.2 to 0.3, reaching up from y = 0.5 to 0.4; the shadow is 5 % of size
@@ -137,12 +124,7 @@ TEST_F(GraphicsSystemTest, TextStandsOnItsLineWithAShadowBelowRight) {
     ExpectColour(At(0.25f, 0.503f), {0, 0, 0}, "shadow below the glyph");
     ExpectColour(At(0.25f, 0.38f), {0, 255, 0}, "above the glyph");
     ExpectColour(At(0.15f, 0.45f), {0, 255, 0}, "left of the glyph");
-    graphics->EndFrame();
-}
 
-TEST_F(GraphicsSystemTest, LineBreaksAndAdvanceFollowTheSize) {
-    graphics->BeginFrame();
-    graphics->Begin2D();
     graphics->PrintText(0.1f, 0.3f, 1, 1, 1, 0.1f, "A A\nB");
     ExpectColour(At(0.15f, 0.25f), {255, 255, 255}, "first glyph");
     // The space is clear: only the shadow and the overlap of neighbours could show there.
@@ -150,14 +132,9 @@ TEST_F(GraphicsSystemTest, LineBreaksAndAdvanceFollowTheSize) {
     // Glyphs advance by 0.9 of their size: the third starts at 0.28.
     ExpectColour(At(0.33f, 0.25f), {255, 255, 255}, "third glyph");
     ExpectColour(At(0.15f, 0.35f), {255, 255, 255}, "second line, back at the first x");
-    graphics->EndFrame();
-}
 
-TEST_F(GraphicsSystemTest, OverlongAndMissingTextAreHarmless) {
-    graphics->BeginFrame();
-    graphics->Begin2D();
-    std::string longText(5000, 'x');
-    graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, "%s", longText.c_str());
+    // Overlong and missing text are harmless.
+    graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, "%s", std::string(5000, 'x').c_str());
     graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, nullptr);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
     graphics->EndFrame();

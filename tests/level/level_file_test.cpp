@@ -3,26 +3,24 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <string>
 #include <vector>
 
 #include "level/object_kinds.h"
-#include "tests/support/tga_bytes.h"
+#include "tests/support/files.h"
 
 namespace {
 
-std::string WriteText(const TempDir& dir, const std::string& text) {
-    const std::string path = dir.File("level.xml");
-    std::ofstream(path) << text;
-    return path;
+std::string WriteLevel(const TempDir& dir, const std::string& text) {
+    WriteText(dir.File("level.xml"), text);
+    return dir.File("level.xml");
 }
 
 LevelFile ReadGood(const std::string& text) {
     TempDir dir;
     LevelFile file;
     std::string error;
-    EXPECT_TRUE(ReadLevelFile(WriteText(dir, text), file, error)) << error;
+    EXPECT_TRUE(ReadLevelFile(WriteLevel(dir, text), file, error)) << error;
     EXPECT_EQ(error, "");
     return file;
 }
@@ -63,7 +61,7 @@ TEST(ReadNumbers, StopWhereStreamExtractionStops) {
     EXPECT_EQ(whole, 0);
 }
 
-TEST(ReadLevelFile, KeepsDocumentOrderAndOnlyTheFirstOfEachSection) {
+TEST(ReadLevelFile, KeepsDocumentOrderAndOnlyTheFirstOfEachSectionWithANameByDefault) {
     const LevelFile file = ReadGood(R"(<?xml version="1.0"?>
 <VelloranLevel>
   <LevelInfo name="Spiral" description="Round &amp; down"/>
@@ -94,12 +92,6 @@ TEST(ReadLevelFile, KeepsDocumentOrderAndOnlyTheFirstOfEachSection) {
     EXPECT_EQ(seen, (std::vector<std::string>{"t2@12:r2.3DS", "t1@14:r1.3DS", "p2@6", "b@7", "p1@9"}));
     EXPECT_EQ(file.tracks[0].y, -2);
     EXPECT_EQ(file.objects[1].force, 7.5f);
-}
-
-TEST(ReadLevelFile, DefaultsWithoutLevelInfo) {
-    const LevelFile bare = ReadGood("<VelloranLevel/>");
-    EXPECT_EQ(bare.name, "UnnamedLevel");
-    EXPECT_TRUE(bare.tracks.empty() && bare.objects.empty());
     EXPECT_EQ(ReadGood(R"(<VelloranLevel><LevelInfo description="d"/></VelloranLevel>)").name, "UnnamedLevel");
 }
 
@@ -165,7 +157,7 @@ TEST(ReadLevelFile, FailsOnWrongRootsAndBrokenFilesNamingTheFile) {
 
     for (const char* root : {"<velloranlevel/>", "<Level><VelloranLevel/></Level>"}) {
         SCOPED_TRACE(root);
-        const std::string path = WriteText(dir, std::string("<?xml version=\"1.0\"?>\n") + root);
+        const std::string path = WriteLevel(dir, std::string("<?xml version=\"1.0\"?>\n") + root);
         EXPECT_FALSE(ReadLevelFile(path, file, error));
         EXPECT_NE(error.find(path), std::string::npos) << error;
         EXPECT_NE(error.find(file.rootName), std::string::npos) << error;
@@ -174,7 +166,7 @@ TEST(ReadLevelFile, FailsOnWrongRootsAndBrokenFilesNamingTheFile) {
     EXPECT_EQ(file.rootName, "Level");
 
     // tinyxml2 blames the element left open.
-    const std::string broken = WriteText(dir, "<VelloranLevel>\n<Objects>\n</VelloranLevel>\n");
+    const std::string broken = WriteLevel(dir, "<VelloranLevel>\n<Objects>\n</VelloranLevel>\n");
     EXPECT_FALSE(ReadLevelFile(broken, file, error));
     EXPECT_EQ(error.rfind(broken + ": Error=XML_ERROR_MISMATCHED_ELEMENT", 0), 0u) << error;
     EXPECT_EQ(file.errorLine, 2);

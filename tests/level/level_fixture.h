@@ -9,6 +9,7 @@
 #include <sstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "level/level.h"
 #include "objects/game_object.h"
@@ -66,11 +67,14 @@ protected:
         return found.empty() ? nullptr : found.front();
     }
 
-    int Count(const std::string& event) const {
-        int n = 0;
-        for (const auto& e : game->events) n += e.text == event;
-        return n;
+    // The names of the objects that raised the event, in order.
+    std::vector<std::string> Raised(const std::string& event) const {
+        std::vector<std::string> names;
+        for (const auto& e : game->events)
+            if (e.text == event) names.push_back(e.object);
+        return names;
     }
+    int Count(const std::string& event) const { return int(Raised(event).size()); }
 
     static inline std::filesystem::path folder;
     std::unique_ptr<HeadlessGame> game = std::make_unique<HeadlessGame>(7);
@@ -79,5 +83,11 @@ protected:
 inline std::string BallXml(const std::string& name, float x, float y) {
     std::ostringstream xml;
     xml << "<Ball name=\"" << name << "\" x=\"" << x << "\" y=\"" << y << "\" radius=\"1\" mass=\"1\" health=\"100\"/>";
+    return xml.str();
+}
+
+inline std::string GoalXml(float x, float y, const std::string& quota = "1") {
+    std::ostringstream xml;
+    xml << "<Goal name=\"goal\" x=\"" << x << "\" y=\"" << y << "\" radius=\"3\" quota=\"" << quota << "\"/>";
     return xml.str();
 }

@@ -16,13 +16,6 @@ namespace {
 
 using Objects = LevelTest;
 
-std::vector<std::string> EventsOf(const HeadlessGame& game, const std::string& event) {
-    std::vector<std::string> names;
-    for (const auto& e : game.events)
-        if (e.text == event) names.push_back(e.object);
-    return names;
-}
-
 TEST_F(Objects, BumpersKickEverythingButBumpOnlyForTheCurrentBall) {
     ASSERT_TRUE(Load(BallXml("hero", 0, 9) + BallXml("other", 30, 9) +
                      R"(<Bumper name="one" x="0" y="4" radius="2" force="30"/>
@@ -32,8 +25,8 @@ TEST_F(Objects, BumpersKickEverythingButBumpOnlyForTheCurrentBall) {
     const int hit = RunUntil([&] { return !game->events.empty(); }, 120);
     ASSERT_GE(hit, 0);
     Run(20);
-    EXPECT_EQ(EventsOf(*game, "Bump"), std::vector<std::string>(EventsOf(*game, "Bump").size(), "one"));
-    EXPECT_GE(EventsOf(*game, "Bump").size(), 1u);
+    EXPECT_EQ(Raised("Bump"), std::vector<std::string>(Raised("Bump").size(), "one"));
+    EXPECT_GE(Raised("Bump").size(), 1u);
     // Both balls were thrown up and away from their bumpers' centres.
     EXPECT_GT(Named("hero")->GetPosition().y, 5.5f);
     EXPECT_GT(Named("other")->GetPosition().y, 5.5f);
@@ -46,8 +39,8 @@ TEST_F(Objects, AReverseGravityBumperFlipsGravityForTheCurrentBallOnly) {
                         <RevGravBumper name="flop" x="30" y="4" radius="2" force="10"/>)"));
     Run(1, kNext);  // hero, the second ball, becomes current
     ASSERT_GE(RunUntil([&] { return level().GetBaseGravity().y > 0; }, 120), 0);
-    EXPECT_EQ(EventsOf(*game, "GravityUp"), std::vector<std::string>{"flop"});
-    EXPECT_TRUE(EventsOf(*game, "GravityDown").empty());
+    EXPECT_EQ(Raised("GravityUp"), std::vector<std::string>{"flop"});
+    EXPECT_TRUE(Raised("GravityDown").empty());
     EXPECT_EQ(level().GetBaseGravity().x, 0.0f);
 
     // With gravity pointing up, a ball rising into the bumper turns it down again.
@@ -55,7 +48,7 @@ TEST_F(Objects, AReverseGravityBumperFlipsGravityForTheCurrentBallOnly) {
     ASSERT_TRUE(Load(BallXml("hero", 0, 14) + R"(<RevGravBumper name="flip" x="0" y="20" radius="2" force="10"/>)"));
     level().SetBaseGravity({0, 60, 0});
     ASSERT_GE(RunUntil([&] { return level().GetBaseGravity().y < 0; }, 120), 0);
-    EXPECT_EQ(EventsOf(*game, "GravityDown"), std::vector<std::string>{"flip"});
+    EXPECT_EQ(Raised("GravityDown"), std::vector<std::string>{"flip"});
 }
 
 TEST_F(Objects, SpawnersMakeOneTwoOrThreeBallsPerEntryOfTheCurrentBall) {
@@ -86,7 +79,7 @@ TEST_F(Objects, TeleportersFallBackToTheFirstExitThatNamesSomethingAndChooseAtRa
         const Vector3 at = Named("hero")->GetPosition();
         EXPECT_NEAR(std::fabs(at.x), 40.0f, 0.5f);
         arrivals.insert(at.x > 0 ? 1 : -1);
-        EXPECT_EQ(EventsOf(*game, "Exit"), std::vector<std::string>{"out"});
+        EXPECT_EQ(Raised("Exit"), std::vector<std::string>{"out"});
         EXPECT_EQ(static_cast<TeleporterEntrance*>(Named("in"))->GetExits().size(), 2u);
     }
     EXPECT_EQ(arrivals.size(), 2u) << "both exits named out are used";
@@ -206,7 +199,7 @@ TEST_F(Objects, MessagesQueueInRuleOrderAndOverflowSilently) {
 TEST_F(Objects, TheCurrentBallRaisesContactWhenItStartsTouching) {
     ASSERT_TRUE(Load(BallXml("hero", 0, 4) + BallXml("other", 20, 4)));
     Run(60);
-    const auto contacts = EventsOf(*game, "Contact");
+    const auto contacts = Raised("Contact");
     ASSERT_GE(contacts.size(), 1u);
     for (const auto& name : contacts) EXPECT_EQ(name, "hero");
     EXPECT_GE(game->sounds.size(), 2u) << "both balls sound on landing";

@@ -57,17 +57,30 @@ public:
     std::vector<std::pair<char, phys::Actor*>> log;
 };
 
-// A flat square grid of triangles in the plane y = top, spanning x and z from -half to half.
-struct GridMesh {
-    GridMesh(float half, int cells, float top = 0.0f) {
+// Vertices, and triangles as three vertex indices each, for mesh actors.
+struct TestMesh {
+    // A flat square grid in the plane y = top, spanning x and z from -half to half.
+    static TestMesh Grid(float half, int cells, float top = 0.0f) {
+        TestMesh grid;
         const float step = 2 * half / cells;
         for (int i = 0; i <= cells; ++i)
-            for (int j = 0; j <= cells; ++j) vertices.emplace_back(-half + i * step, top, -half + j * step);
+            for (int j = 0; j <= cells; ++j) grid.vertices.emplace_back(-half + i * step, top, -half + j * step);
         for (int i = 0; i < cells; ++i)
             for (int j = 0; j < cells; ++j) {
                 const uint32_t a = i * (cells + 1) + j, b = a + 1, c = a + cells + 1, d = c + 1;
-                triangles.insert(triangles.end(), {a, b, c, b, d, c});
+                grid.triangles.insert(grid.triangles.end(), {a, b, c, b, d, c});
             }
+        return grid;
+    }
+    // Adds a closed box of 12 triangles around the centre c, a connected part of its own.
+    TestMesh& AddBox(Vector3 c, Vector3 h) {
+        const uint32_t base = uint32_t(vertices.size());
+        for (int i = 0; i < 8; ++i)
+            vertices.emplace_back(c.x + (i & 1 ? h.x : -h.x), c.y + (i & 2 ? h.y : -h.y), c.z + (i & 4 ? h.z : -h.z));
+        const uint32_t faces[12][3] = {{0, 2, 1}, {1, 2, 3}, {4, 5, 6}, {5, 7, 6}, {0, 1, 4}, {1, 5, 4},
+                                       {2, 6, 3}, {3, 6, 7}, {0, 4, 2}, {2, 4, 6}, {1, 3, 5}, {3, 7, 5}};
+        for (const auto& f : faces) triangles.insert(triangles.end(), {base + f[0], base + f[1], base + f[2]});
+        return *this;
     }
     uint32_t VertexCount() const { return uint32_t(vertices.size()); }
     uint32_t TriangleCount() const { return uint32_t(triangles.size() / 3); }
@@ -75,21 +88,19 @@ struct GridMesh {
     std::vector<uint32_t> triangles;
 };
 
-// Closed boxes (12 triangles each) around the given centres; each box is one connected part.
-struct BoxesMesh {
-    void Add(Vector3 c, Vector3 h) {
-        const uint32_t base = uint32_t(vertices.size());
-        for (int i = 0; i < 8; ++i)
-            vertices.emplace_back(c.x + (i & 1 ? h.x : -h.x), c.y + (i & 2 ? h.y : -h.y), c.z + (i & 4 ? h.z : -h.z));
-        const uint32_t faces[12][3] = {{0, 2, 1}, {1, 2, 3}, {4, 5, 6}, {5, 7, 6}, {0, 1, 4}, {1, 5, 4},
-                                       {2, 6, 3}, {3, 6, 7}, {0, 4, 2}, {2, 4, 6}, {1, 3, 5}, {3, 7, 5}};
-        for (const auto& f : faces) triangles.insert(triangles.end(), {base + f[0], base + f[1], base + f[2]});
-    }
-    uint32_t VertexCount() const { return uint32_t(vertices.size()); }
-    uint32_t TriangleCount() const { return uint32_t(triangles.size() / 3); }
-    std::vector<Vector3> vertices;
-    std::vector<uint32_t> triangles;
-};
+inline phys::Actor* MakeMeshActor(PhysicsSystem& physics, const TestMesh& mesh, float mass, bool usePMap = false) {
+    return physics.CreateMeshActor(mesh.VertexCount(), mesh.vertices.data(), mesh.TriangleCount(), mesh.triangles.data(),
+                                   mass, usePMap, 0);
+}
+
+// Four paddles around the origin in the plane z = 0: a turbine wheel of four separate parts.
+inline TestMesh PaddleWheel() {
+    return TestMesh()
+        .AddBox({2.5f, 0, 0}, {2, 0.25f, 1})
+        .AddBox({-2.5f, 0, 0}, {2, 0.25f, 1})
+        .AddBox({0, 2.5f, 0}, {0.25f, 2, 1})
+        .AddBox({0, -2.5f, 0}, {0.25f, 2, 1});
+}
 
 class PhysicsTest : public ::testing::Test {
 protected:
@@ -111,12 +122,9 @@ protected:
         return ball;
     }
 
-    // A static floor at y = top, in the track group.
-    phys::Actor* Floor(float top = 0.0f) {
-        floorMesh = GridMesh(50, 10, top);
-        phys::Actor* floor = physics.CreateMeshActor(floorMesh.VertexCount(), floorMesh.vertices.data(),
-                                                     floorMesh.TriangleCount(), floorMesh.triangles.data(), 0.0f,
-                                                     false, 0);
+    // A static floor at y = top, in the track group; the finer the grid, the more seams.
+    phys::Actor* Floor(float top = 0.0f, int cells = 10) {
+        phys::Actor* floor = MakeMeshActor(physics, TestMesh::Grid(50, cells, top), 0);
         floor->SetGroup(GroupTrack);
         return floor;
     }
@@ -124,7 +132,6 @@ protected:
     static constexpr float kFrame = 1.0f / 60.0f;
     PhysicsSystem physics;
     RecordingContacts sounds;
-    GridMesh floorMesh{1, 1};
 };
 
 // Runs the test inside a fresh folder, where mesh caches are written, and returns after.
@@ -138,13 +145,3 @@ public:
 private:
     std::filesystem::path previous;
 };
-
-// Four paddles around the origin in the plane z = 0: a turbine wheel of four separate parts.
-inline BoxesMesh PaddleWheel() {
-    BoxesMesh wheel;
-    wheel.Add({2.5f, 0, 0}, {2, 0.25f, 1});
-    wheel.Add({-2.5f, 0, 0}, {2, 0.25f, 1});
-    wheel.Add({0, 2.5f, 0}, {0.25f, 2, 1});
-    wheel.Add({0, -2.5f, 0}, {0.25f, 2, 1});
-    return wheel;
-}

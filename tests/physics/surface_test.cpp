@@ -32,10 +32,7 @@ TEST_F(SurfaceTest, ABlockHoldsOnAGentleTiltAndSlidesOnASteepOne) {
 
 TEST_F(SurfaceTest, ABallRollsAcrossTriangleSeamsWithoutBumping) {
     physics.SetGravity({0, -60, 0});
-    floorMesh = GridMesh(50, 100, 0);  // one unit per cell: a seam every half unit of travel
-    phys::Actor* floor = physics.CreateMeshActor(floorMesh.VertexCount(), floorMesh.vertices.data(),
-                                                 floorMesh.TriangleCount(), floorMesh.triangles.data(), 0, false, 0);
-    floor->SetGroup(GroupTrack);
+    Floor(0, 100);  // one unit per cell: a seam every half unit of travel
     phys::Actor* ball = Ball({-40, 1.0f, 0});
     Steps(30);
     sounds.played.clear();

@@ -3,11 +3,10 @@
 // turbine wheels (whose models the physics collides with). Other class models are left out:
 // those objects work without them, only unseen.
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
-#include "tests/support/test_media.h"
+#include "tests/support/tga_bytes.h"
 #include "tools/mediagen/max_writer.h"
 
 // A closed box as one 3DS object, faces counter-clockwise from outside.
@@ -32,11 +31,6 @@ inline mediagen::MaxObject MaxBoxes(const std::string& name, const std::vector<s
     return all;
 }
 
-inline void WriteBytesTo(const std::filesystem::path& path, const std::vector<uint8_t>& bytes) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-}
-
 inline void WriteLevelMedia(const std::filesystem::path& root) {
     const std::filesystem::path media = root / "Media";
     const auto grey = [](int, int) { return Bgra{128, 128, 128, 255}; };
@@ -46,13 +40,13 @@ inline void WriteLevelMedia(const std::filesystem::path& root) {
                              "UI_dialogue_lose"})
         WriteTga32(media / (std::string(name) + ".tga"), 4, 4, grey);
     // A floor whose top is y = 0, from x = -100 to 100.
-    WriteBytesTo(media / "floor.3DS", mediagen::WriteMaxFile({MaxBox("floor", {-100, -4, -3}, {100, 0, 3})}));
+    WriteBytes(media / "floor.3DS", mediagen::WriteMaxFile({MaxBox("floor", {-100, -4, -3}, {100, 0, 3})}));
     // Paddle wheels of radius 4.5 around a hub, every part separate.
     std::vector<std::pair<Vector3, Vector3>> wheel = {{{-0.8f, -0.8f, -1.5f}, {0.8f, 0.8f, 1.5f}},
                                                       {{1, -0.25f, -1.5f}, {4.5f, 0.25f, 1.5f}},
                                                       {{-4.5f, -0.25f, -1.5f}, {-1, 0.25f, 1.5f}},
                                                       {{-0.25f, 1, -1.5f}, {0.25f, 4.5f, 1.5f}},
                                                       {{-0.25f, -4.5f, -1.5f}, {0.25f, -1, 1.5f}}};
-    WriteBytesTo(media / "turbine1.3DS", mediagen::WriteMaxFile({MaxBoxes("wheel", wheel)}));
-    WriteBytesTo(media / "turbine2.3DS", mediagen::WriteMaxFile({MaxBoxes("wheel", wheel)}));
+    WriteBytes(media / "turbine1.3DS", mediagen::WriteMaxFile({MaxBoxes("wheel", wheel)}));
+    WriteBytes(media / "turbine2.3DS", mediagen::WriteMaxFile({MaxBoxes("wheel", wheel)}));
 }

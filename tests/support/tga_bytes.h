@@ -1,13 +1,12 @@
 #pragma once
-// Builds TGA files byte by byte, so tests can make exactly the good and broken files they need.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
+// TGA files built byte by byte, so tests can make exactly the good and broken files they need.
 #include <cstdint>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <string>
+#include <functional>
 #include <vector>
+
+#include "tests/support/files.h"
 
 struct TgaFields {
     int width = 4;
@@ -34,36 +33,26 @@ inline std::vector<uint8_t> TgaBytes(const TgaFields& f) {
     return bytes;
 }
 
-inline void WriteBytes(const std::filesystem::path& path, const std::vector<uint8_t>& bytes) {
-    std::ofstream out(path, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-    ASSERT_TRUE(out.good()) << "could not write " << path;
+struct Bgra {
+    uint8_t b, g, r, a;
+};
+
+// A 32-bit bottom-up TGA; colour(storedRow, column) gives each pixel, stored row 0 first.
+inline void WriteTga32(const std::filesystem::path& path, int width, int height,
+                       const std::function<Bgra(int, int)>& colour) {
+    std::vector<uint8_t> bytes = TgaBytes({.width = width, .height = height, .depth = 32});
+    for (int row = 0; row < height; ++row)
+        for (int column = 0; column < width; ++column) {
+            const Bgra c = colour(row, column);
+            std::memcpy(&bytes[18 + 4 * size_t(row * width + column)], &c, 4);
+        }
+    WriteBytes(path, bytes);
 }
 
-// A fresh directory per test, removed afterwards; the pid keeps parallel test runs apart.
-class TempDir {
-public:
-    TempDir() {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        std::string name = "velloran-";
-        if (info) name += std::string(info->test_suite_name()) + "-" + info->name() + "-";
-        name += std::to_string(getpid());
-        for (char& c : name) {
-            if (c == '/') c = '_';  // parameterised test names contain slashes
-        }
-        path_ = std::filesystem::temp_directory_path() / name;
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directories(path_);
-    }
-    ~TempDir() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TempDir(const TempDir&) = delete;
-    TempDir& operator=(const TempDir&) = delete;
-
-    std::string File(const std::string& name) const { return (path_ / name).string(); }
-
-private:
-    std::filesystem::path path_;
-};
+// A 64 x 64 font sheet: every glyph cell opaque white except the space, which is clear.
+inline void WriteBlockFont(const std::filesystem::path& path) {
+    WriteTga32(path, 64, 64, [](int row, int column) {
+        const int code = (row / 4) * 16 + column / 4;
+        return code == ' ' ? Bgra{255, 255, 255, 0} : Bgra{255, 255, 255, 255};
+    });
+}

@@ -1,16 +1,20 @@
+// The media generator's pictures, checked the way the game will load and sample them, and a
+// whole run over the shipped sources.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "formats/tga_reader.h"
+#include "tests/support/files.h"
+#include "tools/mediagen/dialogues.h"
 #include "tools/mediagen/font_sheet.h"
+#include "tools/mediagen/level_textures.h"
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/media_gen.h"
 #include "tools/mediagen/splash_screens.h"
@@ -23,36 +27,34 @@ namespace {
 
 const fs::path kAssets = fs::path(VELLORAN_SOURCE_DIR) / "assets";
 
-class ScratchDir {
-public:
-    ScratchDir() {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        path = fs::temp_directory_path() /
-               ("mediagen_test_" + std::to_string(getpid()) + "_" + test->name());
-        fs::remove_all(path);
-    }
-    ~ScratchDir() { fs::remove_all(path); }
-    fs::path path;
-};
-
-std::vector<uint8_t> ReadBytes(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+// The depth the game's own reader finds in the file, or why it refuses it.
+std::string LoadedDepth(const std::vector<uint8_t>& bytes) {
+    TgaImage image;
+    std::string error;
+    return ParseTga(bytes, "t.tga", image, error) ? std::to_string(image.depth) : error;
 }
 
-int Little16(const std::vector<uint8_t>& bytes, size_t at) { return bytes[at] | (bytes[at + 1] << 8); }
+template <class Call>
+std::string MediaErrorOf(Call call) {
+    try {
+        call();
+    } catch (const MediaError& e) {
+        return e.what();
+    }
+    return "no error";
+}
 
-// Checks what the game's loader insists on; returns "" or what is wrong.
-std::string TgaProblem(const std::vector<uint8_t>& bytes, int wantDepth) {
-    if (bytes.size() < 18) return "shorter than a header";
-    const int width = Little16(bytes, 12), height = Little16(bytes, 14), depth = bytes[16];
-    auto pow2 = [](int v) { return v > 0 && (v & (v - 1)) == 0; };
-    if (bytes[0] != 0 || bytes[1] != 0 || bytes[2] != 2) return "not a plain type-2 TGA";
-    if (depth != wantDepth) return "depth " + std::to_string(depth);
-    if (!pow2(width) || !pow2(height)) return "sides not powers of two";
-    if (bytes[17] != 0) return "descriptor " + std::to_string(bytes[17]);
-    if (bytes.size() != 18 + size_t(width) * height * depth / 8) return "size does not match the header";
-    return "";
+int Diff(const uint8_t* a, const uint8_t* b) {
+    return std::abs(a[0] - b[0]) + std::abs(a[1] - b[1]) + std::abs(a[2] - b[2]);
+}
+
+// Pixels in the stored rows [from, to) that pass the test.
+template <class Test>
+int CountPixels(const Picture& picture, int from, int to, Test test) {
+    int count = 0;
+    for (int row = from; row < to; ++row)
+        for (int x = 0; x < picture.width; ++x) count += test(picture.Pixel(x, row));
+    return count;
 }
 
 // Stored rows within a glyph cell that carry any ink.
@@ -77,33 +79,22 @@ double MeanInkRow(const Picture& sheet, int code) {
     return rows.empty() ? -1 : sum / rows.size();
 }
 
-}  // namespace
-
-TEST(MediagenTga, EncodesBlueFirstAndRejectsWhatTheGameCannotLoad) {
+TEST(MediagenTga, EncodesBlueFirstAndRefusesWhatTheGameCannotLoad) {
     Picture picture(2, 1, 4);
-    const uint8_t pixels[] = {10, 20, 30, 40, 50, 60, 70, 80};
-    picture.pixels.assign(std::begin(pixels), std::end(pixels));
+    picture.pixels = {10, 20, 30, 40, 50, 60, 70, 80};
     const std::vector<uint8_t> bytes = EncodeTga(picture);
-    EXPECT_EQ(TgaProblem(bytes, 32), "");
+    EXPECT_EQ(LoadedDepth(bytes), "32");
     EXPECT_EQ(std::vector<uint8_t>(bytes.begin() + 18, bytes.end()),
               (std::vector<uint8_t>{30, 20, 10, 40, 70, 60, 50, 80}));
-
     EXPECT_THROW(EncodeTga(Picture(3, 4, 3)), MediaError);
     EXPECT_THROW(EncodeTga(Picture(4, 4, 1)), MediaError);
-
-    Picture rows(1, 2, 3);
-    rows.Pixel(0, 0)[0] = 1;
-    rows.FlipRows();
-    EXPECT_EQ(rows.Pixel(0, 1)[0], 1);
-    EXPECT_EQ(rows.Pixel(0, 0)[0], 0);
 }
 
 TEST(MediagenFontSheet, GlyphsSitInTheirCellsTheWayUpTheGameDrawsThem) {
     const Picture sheet = MakeFontSheet(SystemFonts().mono);
-    ASSERT_EQ(TgaProblem(EncodeTga(sheet), 32), "");
+    ASSERT_EQ(LoadedDepth(EncodeTga(sheet)), "32");
     EXPECT_EQ(sheet.width, 512);
     EXPECT_EQ(sheet.height, 512);
-
     for (int code = 0; code < 256; ++code) {
         const bool printable = code >= 33 && code <= 126;
         const std::vector<int> rows = InkRows(sheet, code);
@@ -113,9 +104,7 @@ TEST(MediagenFontSheet, GlyphsSitInTheirCellsTheWayUpTheGameDrawsThem) {
             EXPECT_TRUE(rows.front() >= 2 && rows.back() <= kFontCellSize - 3) << "code " << code;
         }
     }
-    for (size_t i = 0; i < sheet.pixels.size(); i += 4) {
-        ASSERT_EQ(sheet.pixels[i] & sheet.pixels[i + 1] & sheet.pixels[i + 2], 255) << "pixel " << i / 4;
-    }
+    EXPECT_EQ(CountPixels(sheet, 0, 512, [](const uint8_t* p) { return (p[0] & p[1] & p[2]) != 255; }), 0);
 
     // The first stored row of a cell is the top of the on-screen glyph.
     EXPECT_GT(MeanInkRow(sheet, '_'), kFontCellSize * 0.7);
@@ -124,28 +113,128 @@ TEST(MediagenFontSheet, GlyphsSitInTheirCellsTheWayUpTheGameDrawsThem) {
     EXPECT_GT(InkRows(sheet, 'g').back(), InkRows(sheet, 'A').back());
 }
 
-TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTime) {
-    ScratchDir first, second;
-    second.path += "_again";
-    std::ostringstream progress;
-    GenerateMedia(kAssets, first.path / "Media", SystemFonts(), progress);
-    std::ostringstream ignored;
-    GenerateMedia(kAssets, second.path / "Media", SystemFonts(), ignored);
+TEST(MediagenSplash, ParsesItsSourceAndPutsTitleAndSkyAtTheLastStoredRows) {
+    const SplashSource source = ParseSplash(
+        "# comment\n\ntitle: Controls\nalign: centre\nfooter: Click\n\n\n*Key:* does: this\n\nLast\n\n", "s.txt");
+    EXPECT_EQ(source.title, "Controls");
+    EXPECT_EQ(source.footer, "Click");
+    EXPECT_EQ(source.align, SplashSource::Align::Centre);
+    EXPECT_EQ(source.body, (std::vector<std::string>{"*Key:* does: this", "", "Last"}));
+
+    const Picture splash = RenderSplash(ParseSplash("title: Top\nfooter: Bottom\n\n", "test.txt"),
+                                        {SystemFonts().sans, SystemFonts().sansBold}, "test.txt");
+    // Stored bottom row first: the title lies in the last quarter, the footer in the first.
+    auto bright = [](const uint8_t* p) { return p[0] > 200; };
+    EXPECT_GT(CountPixels(splash, 768, 1024, bright), 1000);
+    EXPECT_EQ(CountPixels(splash, 256, 768, bright), 0);
+    EXPECT_GT(splash.Pixel(0, splash.height - 1)[2], splash.Pixel(0, 0)[2] + 50);
+
+    auto errorOf = [](const std::string& text) { return MediaErrorOf([&] { ParseSplash(text, "bad.txt"); }); };
+    EXPECT_EQ(errorOf("title: T\ncolour: red\n"), "bad.txt:2: unknown key 'colour' (title, footer, align)");
+    EXPECT_EQ(errorOf("title: T\nfooter: F\n\n*bold\n").rfind("bad.txt:4:", 0), 0u);
+    EXPECT_EQ(errorOf("footer: F\n").rfind("bad.txt:", 0), 0u);
+    EXPECT_EQ(errorOf("title: T\nfooter: F\nalign: right\n").rfind("bad.txt:3:", 0), 0u);
+    EXPECT_EQ(errorOf("title: T\n\nbody\n").rfind("bad.txt:", 0), 0u) << "a splash needs a footer";
+}
+
+TEST(MediagenDialogue, APanelWithTheTitleAtTheTopAsTheGameDrawsIt) {
+    const SplashFonts text{SystemFonts().sans, SystemFonts().sansBold};
+    const SplashSource source = ParseDialogue("title: Time is up\nalign: centre\n\nToo few balls.\n", "d.txt");
+    EXPECT_EQ(source.footer, "");
+    const Picture panel = RenderDialogue(source, text, "d.txt");
+    ASSERT_EQ(panel.width, kDialogueWidth);
+    ASSERT_EQ(panel.height, kDialogueHeight);
+    ASSERT_EQ(panel.channels, 4);
+    EXPECT_EQ(panel.Pixel(0, 0)[3], 0);  // rounded corners
+    EXPECT_EQ(panel.Pixel(511, 255)[3], 0);
+    const int see = panel.Pixel(20, 128)[3];
+    EXPECT_GT(see, 120);  // see-through, but dark enough to read on
+    EXPECT_LT(see, 240);
+    // Opaque white title ink only in the last stored quarter, the top of the panel on screen.
+    auto titleInk = [](const uint8_t* p) { return p[3] == 255 && p[0] > 240 && p[1] > 240 && p[2] > 240; };
+    EXPECT_GT(CountPixels(panel, 192, 256, titleInk), 300);
+    EXPECT_EQ(CountPixels(panel, 0, 160, titleInk), 0);
+
+    std::string tooLong = "title: T\n\n";
+    for (int i = 0; i < 12; ++i) tooLong += "A line of text\n";
+    EXPECT_EQ(MediaErrorOf([&] { RenderDialogue(ParseDialogue(tooLong, "long.txt"), text, "long.txt"); })
+                  .rfind("long.txt: ", 0),
+              0u);
+}
+
+TEST(MediagenSmoke, FramesGrowTowardsFrameFifteenInTheCellsTheGameLooksUp) {
+    const Picture atlas = MakeSmokeAtlas();
+    ASSERT_EQ(atlas.width, 256);
+    ASSERT_EQ(atlas.height, 256);
+    ASSERT_EQ(atlas.channels, 4);
+    int previous = 0;
+    for (int frame = 0; frame < 16; ++frame) {
+        // U = 0.75 - column / 4 and V = row / 4, with V = 0 at the first stored row.
+        const int x0 = int((0.75 - (frame % 4) * 0.25) * 256), y0 = (frame / 4) * 64;
+        int area = 0;
+        for (int y = 0; y < 64; ++y) {
+            for (int x = 0; x < 64; ++x) {
+                const uint8_t* p = atlas.Pixel(x0 + x, y0 + y);
+                if (x == 0 || y == 0 || x == 63 || y == 63) {
+                    EXPECT_EQ(p[3], 0) << "frame " << frame << " bleeds into its neighbour";
+                }
+                if (p[3] == 0) {
+                    EXPECT_EQ(p[0] | p[1] | p[2], 0);  // transparent black
+                } else {
+                    EXPECT_EQ(p[0] & p[1] & p[2], 255);  // white smoke
+                    ++area;
+                }
+            }
+        }
+        EXPECT_GT(area, previous) << "frame " << frame;
+        previous = area;
+    }
+}
+
+TEST(MediagenSky, FacesDifferAndMeetWithoutSeamsAndTheTrackTextureTiles) {
+    std::vector<Picture> faces;
+    for (int face = 0; face < 6; ++face) faces.push_back(MakeSkyFace(face));
+    for (int a = 0; a < 6; ++a) {
+        EXPECT_EQ(faces[a].width, 256);
+        EXPECT_EQ(faces[a].channels, 3);
+        for (int b = a + 1; b < 6; ++b) EXPECT_NE(faces[a].pixels, faces[b].pixels) << kSkyFaces[a] << kSkyFaces[b];
+    }
+    // Up is blue, down is dull; the side faces store the sky's top first.
+    EXPECT_GT(faces[2].Pixel(128, 128)[2] - faces[2].Pixel(128, 128)[0], 80);
+    EXPECT_LT(faces[3].Pixel(128, 128)[2], 120);
+    for (int side : {0, 1, 4, 5}) EXPECT_GT(faces[side].Pixel(128, 0)[2] - faces[side].Pixel(128, 0)[0], 60);
+    // +x's left edge and +z's right edge both look towards (1, y, 1).
+    for (int row = 0; row < 256; row += 15) EXPECT_LE(Diff(faces[0].Pixel(0, row), faces[4].Pixel(255, row)), 6) << row;
+    // +x's top edge meets +y's right edge.
+    for (int x = 0; x < 256; x += 15) EXPECT_LE(Diff(faces[0].Pixel(x, 0), faces[2].Pixel(255, 255 - x)), 6) << x;
+
+    // The joint between the track texture's last and first stone looks like the one in the middle.
+    const Picture stone = MakeTrackTexture();
+    ASSERT_EQ(stone.channels, 3);
+    long wrap = 0, inside = 0;
+    for (int i = 0; i < 256; ++i) {
+        wrap += Diff(stone.Pixel(255, i), stone.Pixel(0, i)) + Diff(stone.Pixel(i, 255), stone.Pixel(i, 0));
+        inside += Diff(stone.Pixel(127, i), stone.Pixel(128, i)) + Diff(stone.Pixel(i, 127), stone.Pixel(i, 128));
+    }
+    EXPECT_LT(std::abs(wrap - inside), inside / 2 + 256);
+}
+
+TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIsDamaged) {
+    TempDir dir;
+    const fs::path first = dir.File("first/Media"), second = dir.File("second/Media");
+    std::ostringstream progress, ignored;
+    GenerateMedia(kAssets, first, SystemFonts(), progress);
+    GenerateMedia(kAssets, second, SystemFonts(), ignored);
 
     std::set<std::string> written;
-    for (const fs::directory_entry& entry : fs::directory_iterator(first.path / "Media")) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(first)) {
         const std::string name = entry.path().filename().string();
         written.insert(name);
-        EXPECT_EQ(ReadBytes(entry.path()), ReadBytes(second.path / "Media" / name)) << name;
-        // One progress line per file.
-        const std::string line = "mediagen: wrote Media/" + name + " (";
-        const std::string text = progress.str();
-        const size_t at = text.find(line);
-        EXPECT_NE(at, std::string::npos) << name;
-        EXPECT_EQ(text.find(line, at + 1), std::string::npos) << name;
+        EXPECT_EQ(ReadBytes(entry.path()), ReadBytes(second / name)) << name;
+        EXPECT_NE(progress.str().find("mediagen: wrote Media/" + name + " ("), std::string::npos) << name;
     }
     const std::string lines = progress.str();
-    EXPECT_EQ(size_t(std::count(lines.begin(), lines.end(), '\n')), written.size());
+    EXPECT_EQ(size_t(std::count(lines.begin(), lines.end(), '\n')), written.size()) << "one line per file";
     // What the game loads by name.
     for (const char* name :
          {"font.tga", "UI_options_splash.tga", "UI_credits_splash.tga", "UI_quit_splash.tga", "UI_dialogue.tga",
@@ -157,102 +246,41 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTime) {
         EXPECT_EQ(written.count(name), 1u) << name;
     }
     EXPECT_EQ(written.size(), 32u);
+    for (const auto& [name, depth] : std::vector<std::pair<std::string, std::string>>{
+             {"font.tga", "32"}, {"UI_options_splash.tga", "24"}, {"UI_dialogue.tga", "32"},
+             {"sky_negz.tga", "24"}, {"intro_t.tga", "24"}, {"smoke.tga", "32"}})
+        EXPECT_EQ(LoadedDepth(ReadBytes(first / name)), depth) << name;
+    EXPECT_EQ(ReadBytes(first / "intro.lvl"), ReadBytes(kAssets / "levels" / "intro.lvl"));
 
-    const std::vector<std::pair<std::string, int>> depths = {
-        {"font.tga", 32},      {"UI_options_splash.tga", 24}, {"UI_dialogue.tga", 32},
-        {"sky_negz.tga", 24},  {"intro_t.tga", 24},           {"smoke.tga", 32}};
-    for (const auto& [name, depth] : depths) EXPECT_EQ(TgaProblem(ReadBytes(first.path / "Media" / name), depth), "") << name;
-    EXPECT_EQ(ReadBytes(first.path / "Media" / "intro.lvl"), ReadBytes(kAssets / "levels" / "intro.lvl"));
-
-    // Run again over the same folder: only a file that was damaged is written again.
-    const fs::path ball = second.path / "Media" / "ball.3DS";
-    const std::vector<uint8_t> good = ReadBytes(ball);
-    std::ofstream(ball, std::ios::binary | std::ios::trunc) << "damaged";
+    const fs::path ball = second / "ball.3DS";
+    WriteText(ball, "damaged");
     std::ostringstream again;
-    GenerateMedia(kAssets, second.path / "Media", SystemFonts(), again);
-    EXPECT_EQ(ReadBytes(ball), good);
+    GenerateMedia(kAssets, second, SystemFonts(), again);
+    EXPECT_EQ(ReadBytes(ball), ReadBytes(first / "ball.3DS"));
     EXPECT_EQ(again.str().find("mediagen: wrote Media/ball.3DS ("), 0u) << again.str();
     EXPECT_NE(again.str().find("mediagen: 31 files already up to date\n"), std::string::npos) << again.str();
-    fs::remove_all(second.path);
 }
 
-TEST(MediagenRun, ABadSourceStopsTheRunBeforeAnythingIsWritten) {
-    ScratchDir dir;
-    const fs::path assets = dir.path / "assets";
-    fs::create_directories(assets);
+TEST(MediagenRun, ABadOrMissingInputIsNamedBeforeAnythingIsWritten) {
+    TempDir dir;
+    const fs::path assets = dir.File("assets"), out = dir.File("Media");
     fs::copy(kAssets, assets, fs::copy_options::recursive);
-    {
-        std::ofstream bad(assets / "tracks" / "broken.track");
-        bad << "depth: 4\n# fine so far\npiece: 0,0 1,1 1,0 0,1\n";
-    }
+    WriteText(assets / "tracks" / "broken.track", "depth: 4\n# fine so far\npiece: 0,0 1,1 1,0 0,1\n");
     std::ostringstream progress;
-    try {
-        GenerateMedia(assets, dir.path / "Media", SystemFonts(), progress);
-        FAIL() << "no error";
-    } catch (const MediaError& e) {
-        EXPECT_EQ(std::string(e.what()).rfind((assets / "tracks" / "broken.track").string() + ":3: piece: ", 0), 0u)
-            << e.what();
-    }
-    EXPECT_FALSE(fs::exists(dir.path / "Media"));
+    EXPECT_EQ(MediaErrorOf([&] { GenerateMedia(assets, out, SystemFonts(), progress); })
+                  .rfind((assets / "tracks" / "broken.track").string() + ":3: piece: ", 0),
+              0u);
+    EXPECT_FALSE(fs::exists(out));
     EXPECT_EQ(progress.str(), "");
-}
 
-TEST(MediagenSplash, TitleAndSkyAreAtTheLastStoredRows) {
-    const SplashSource source = ParseSplash("title: Top\nfooter: Bottom\n\n", "test.txt");
-    const Picture splash = RenderSplash(source, {SystemFonts().sans, SystemFonts().sansBold}, "test.txt");
-    auto brightRows = [&](int from, int to) {
-        int count = 0;
-        for (int row = from; row < to; ++row) {
-            for (int x = 0; x < splash.width; ++x) count += splash.Pixel(x, row)[0] > 200;
-        }
-        return count;
-    };
-    // Stored bottom row first: the title lies in the last quarter, the footer in the first.
-    EXPECT_GT(brightRows(768, 1024), 1000);
-    EXPECT_EQ(brightRows(256, 768), 0);
-    EXPECT_GT(splash.Pixel(0, splash.height - 1)[2], splash.Pixel(0, 0)[2] + 50);
-}
-
-TEST(MediagenSplash, ParsesHeaderAndBodyAndNamesTheLineAtFault) {
-    const SplashSource source = ParseSplash(
-        "# comment\n\ntitle: Controls\nalign: centre\nfooter: Click\n\n\n*Key:* does: this\n\nLast\n\n", "s.txt");
-    EXPECT_EQ(source.title, "Controls");
-    EXPECT_EQ(source.footer, "Click");
-    EXPECT_EQ(source.align, SplashSource::Align::Centre);
-    EXPECT_EQ(source.body, (std::vector<std::string>{"*Key:* does: this", "", "Last"}));
-
-    auto errorOf = [](const std::string& text) {
-        try {
-            ParseSplash(text, "bad.txt");
-        } catch (const MediaError& e) {
-            return std::string(e.what());
-        }
-        return std::string("no error");
-    };
-    EXPECT_EQ(errorOf("title: T\ncolour: red\n"), "bad.txt:2: unknown key 'colour' (title, footer, align)");
-    EXPECT_EQ(errorOf("title: T\nfooter: F\n\n*bold\n").rfind("bad.txt:4:", 0), 0u);
-    EXPECT_EQ(errorOf("footer: F\n").rfind("bad.txt:", 0), 0u);
-    EXPECT_EQ(errorOf("title: T\nfooter: F\nalign: right\n").rfind("bad.txt:3:", 0), 0u);
-}
-
-TEST(MediagenRun, MissingInputsAreNamed) {
-    ScratchDir out;
     FontSet fonts = SystemFonts();
     fonts.mono = "/nonexistent/NoSuchMono.ttf";
-    std::ostringstream progress;
-    try {
-        GenerateMedia(kAssets, out.path, fonts, progress);
-        FAIL() << "no error";
-    } catch (const MediaError& e) {
-        EXPECT_NE(std::string(e.what()).find("/nonexistent/NoSuchMono.ttf"), std::string::npos) << e.what();
-    }
-    EXPECT_FALSE(fs::exists(out.path / "font.tga"));
-
-    const fs::path noAssets = out.path / "no_assets";
-    try {
-        GenerateMedia(noAssets, out.path, SystemFonts(), progress);
-        FAIL() << "no error";
-    } catch (const MediaError& e) {
-        EXPECT_NE(std::string(e.what()).find((noAssets / "splashes").string()), std::string::npos) << e.what();
-    }
+    EXPECT_NE(MediaErrorOf([&] { GenerateMedia(kAssets, out, fonts, progress); }).find("/nonexistent/NoSuchMono.ttf"),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(out / "font.tga"));
+    EXPECT_NE(MediaErrorOf([&] { GenerateMedia(dir.File("none"), out, SystemFonts(), progress); })
+                  .find(dir.File("none/splashes")),
+              std::string::npos);
 }
+
+}  // namespace

@@ -1,0 +1,100 @@
+// Runs the built velloran-tool the way a user or script would: the inspect commands, and what
+// every command does with bad arguments and odd file names.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "tests/support/files.h"
+#include "tests/support/tga_bytes.h"
+#include "tests/support/tool_run.h"
+#include "tools/mediagen/max_writer.h"
+
+using mediagen::MaxObject;
+using nlohmann::json;
+
+namespace {
+
+const std::string kTool = VELLORAN_GAME_DIR "/velloran-tool ";
+
+json Inspect(const std::string& what, const std::string& file, int exitCode) {
+    const ToolRun run = Shell(kTool + "inspect " + what + " " + Quoted(file));
+    EXPECT_EQ(run.exitCode, exitCode) << run.out;
+    return json::parse(run.out, nullptr, false);
+}
+
+TEST(InspectTool, ReportsTexturesCubeMapsAndModels) {
+    TempDir dir;
+    WriteBytes(dir.File("wood.tga"), TgaBytes({.width = 256, .height = 128, .depth = 24}));
+    for (const char* face : {"posx", "negx", "posy", "negy", "posz", "negz"})
+        WriteBytes(dir.File(std::string("sky_") + face + ".tga"), TgaBytes({.width = 8, .height = 8, .depth = 32}));
+    EXPECT_EQ(Inspect("texture", dir.File("wood.tga"), 0),
+              json::parse(R"({"ok": true, "width": 256, "height": 128, "depth": 24, "bytes": 98304})"));
+    EXPECT_EQ(Inspect("texture", dir.File("sky_posx.tga"), 0),
+              json::parse(R"({"ok": true, "width": 8, "height": 8, "depth": 32, "bytes": 1536, "faces": 6})"));
+
+    const MaxObject crate{.name = "Crate",
+                          .vertices = {{-1, 0, 0}, {3, 0, 0}, {3, 2, 0}, {-1, 2, 0}},
+                          .faces = {{0, 1, 2}, {0, 2, 3}},
+                          .texCoords = {{0, 0}, {1, 0}, {1, 1}, {0, 1}}};
+    const MaxObject wedge{.name = "Wedge", .vertices = {{0, 0, -2}, {1, 0, 0.5f}, {0, 1, 0}}, .faces = {{0, 1, 2}}};
+    WriteBytes(dir.File("crate.3DS"), mediagen::WriteMaxFile({crate, mediagen::MaxLight("Sun", {9, 9, 9}), wedge}));
+    WriteBytes(dir.File("empty.3DS"), mediagen::WriteMaxFile({}));
+    EXPECT_EQ(Inspect("model", dir.File("crate.3DS"), 0), json::parse(R"({"ok": true, "subModels": [
+        {"vertices": 4, "triangles": 2, "texCoords": 4, "normals": 4},
+        {"vertices": 3, "triangles": 1, "texCoords": 3, "normals": 3}],
+        "bounds": {"min": [-1, 0, -2], "max": [3, 2, 0.5]}})"));
+    EXPECT_EQ(Inspect("model", dir.File("empty.3DS"), 0),
+              json::parse(R"({"ok": true, "subModels": [], "bounds": {"min": [0, 0, 0], "max": [0, 0, 0]}})"));
+}
+
+TEST(InspectTool, BadFilesAreReportedAsJson) {
+    TempDir dir;
+    WriteBytes(dir.File("odd.tga"), TgaBytes({.width = 100, .height = 64}));
+    WriteBytes(dir.File("sky_posx.tga"), TgaBytes({}));  // the other five faces are missing
+    const MaxObject broken{.name = "Broken", .vertices = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, .faces = {{0, 1, 7}}};
+    WriteBytes(dir.File("broken.3DS"), mediagen::WriteMaxFile({broken}));
+
+    EXPECT_EQ(Inspect("texture", dir.File("odd.tga"), 1),
+              json({{"ok", false}, {"error", dir.File("odd.tga") + ": width 100 is not a power of two"}}));
+    EXPECT_EQ(Inspect("texture", dir.File("sky_posx.tga"), 1)["error"], dir.File("sky_negx.tga") + ": cannot open file");
+    EXPECT_EQ(Inspect("model", dir.File("broken.3DS"), 1),
+              json({{"ok", false},
+                    {"error", dir.File("broken.3DS") + ": object 1: face 0 uses vertex 7 but the mesh has 3 vertices"}}));
+    EXPECT_EQ(Inspect("model", dir.File("missing.3DS"), 1)["error"], dir.File("missing.3DS") + ": cannot open file");
+}
+
+TEST(EveryToolCommand, AUsageErrorPrintsNothingOnStandardOutputAndHelpPrintsTheUsage) {
+    struct Command {
+        std::string name, usage;
+        std::vector<std::string> badArguments;
+    };
+    for (const Command& c : std::vector<Command>{
+             {"inspect texture", "FILE", {"", "a.tga b.tga", "--frobnicate a.tga"}},
+             {"inspect model", "FILE", {"", "a.3DS b.3DS", "--frobnicate a.3DS"}},
+             {"lint", "LEVEL [--root DIR]", {"", "a b", "a --root", "--frobnicate a", "a --root x --root y"}},
+             {"simulate", "LEVEL [--root DIR]", {"", "a --frames many", "a --seed 1 --seed 2"}}}) {
+        for (const std::string& arguments : c.badArguments) {
+            const ToolRun run = Shell(kTool + c.name + " " + arguments + " 2>/dev/null");
+            EXPECT_EQ(run.exitCode, 2) << c.name << " " << arguments;
+            EXPECT_EQ(run.out, "") << c.name << " " << arguments;
+        }
+        const ToolRun help = Shell(kTool + c.name + " --help");
+        EXPECT_EQ(help.exitCode, 0) << c.name;
+        EXPECT_NE(help.out.find("usage: velloran-tool " + c.name + " " + c.usage), std::string::npos) << help.out;
+    }
+}
+
+// A file name is whatever bytes the shell passes; every command still answers in valid JSON.
+TEST(EveryToolCommand, ReportsAFileNameThatIsNotUtf8AsValidJson) {
+    const std::string name = "'no such \xff\xfe file'";
+    for (const std::string command : {"inspect texture", "inspect model", "bench level", "simulate", "lint"}) {
+        const ToolRun run = Shell(kTool + command + " \"$(printf " + name + ")\" 2>/dev/null");
+        EXPECT_EQ(run.exitCode, 1) << command;
+        const json result = json::parse(run.out, nullptr, false);
+        ASSERT_FALSE(result.is_discarded()) << command << ": " << run.out;
+        EXPECT_NE(result.dump().find("no such \ufffd\ufffd file"), std::string::npos) << command << ": " << run.out;
+    }
+}
+
+}  // namespace
