@@ -2,6 +2,7 @@
 #include <cmath>
 #include <set>
 
+#include "level/object_kinds.h"
 #include "objects/ball.h"
 #include "objects/bumpers.h"
 #include "objects/goal.h"
@@ -215,6 +216,26 @@ TEST_F(Objects, ANudgeIsAtMost20InThePlaneAndBallsStayInIt) {
     EXPECT_GT(std::hypot(v.x, v.y), 0.1f);
     EXPECT_EQ(Named("hero")->GetPosition().z, 0.0f);
     EXPECT_GE(level().GetParticles()->LiveCount(), 50);
+}
+
+// The one list of kinds builds each object and finds its class model: a wrong class name
+// there would leave a kind unseen, or built as another.
+TEST_F(Objects, EveryKindIsBuiltAsItsOwnClassWithItsClassModel) {
+    std::string objects;
+    for (const ObjectKind& kind : ObjectKinds()) {
+        if (!std::filesystem::exists(folder / "Media" / kind.model))
+            WriteBytes(folder / "Media" / kind.model, mediagen::WriteMaxFile({MaxBox("m", {-1, -1, -1}, {1, 1, 1})}));
+        objects += std::string("<") + kind.element + " name=\"" + kind.className +
+                   "\" x=\"0\" y=\"50\" radius=\"1\" mass=\"1\" health=\"1\" force=\"1\" speed=\"1\" "
+                   "initialAngle=\"0\" quota=\"1\" count=\"1\"/>";
+    }
+    ASSERT_TRUE(Load(objects));
+    for (const ObjectKind& kind : ObjectKinds()) {
+        GameObject* object = Named(kind.className);
+        ASSERT_NE(object, nullptr) << kind.element;
+        EXPECT_STREQ(object->KindName(), kind.className);
+        EXPECT_NE(object->GetModel(), nullptr) << kind.className;
+    }
 }
 
 TEST_F(Objects, RefusedValuesLeaveObjectsWithoutBodiesAndNothingBreaks) {
