@@ -192,10 +192,10 @@ void Level::OnContactNotify(const phys::ContactPair& pair, uint32_t) { contacts.
 // the step and this.
 void Level::HandleContacts() {
     for (const phys::ContactPair& pair : contacts) {
-        const int ballSide = pair.actors[0]->GetGroup() == GroupBall ? 0 : pair.actors[1]->GetGroup() == GroupBall ? 1 : -1;
-        if (ballSide < 0) continue;
-        phys::Actor* ball = pair.actors[ballSide];
-        phys::Actor* other = pair.actors[1 - ballSide];
+        const int side = pair.actors[0]->GetGroup() == GroupBall ? 0 : 1;
+        phys::Actor* ball = pair.actors[side];
+        phys::Actor* other = pair.actors[1 - side];
+        if (ball->GetGroup() != GroupBall) continue;
         GameObject* current = GetCurrentBall();
         if (current && current->GetActor() == ball) current->RaiseEvent("Contact");
         const ContactSound sound = ChooseContactSound(other->GetGroup(), pair.sumNormalForce);

@@ -113,7 +113,8 @@ void Level::Frame(const FrameInput& frame) {
     float textSize = kTextSize;
     if (remaining < kPulseFrom) {
         const float f = std::fmod(remaining, 1.0f);
-        if (f > kPulseStart) textSize = kTextSize + kPulseSize * std::sin((f - kPulseStart) / kPulseLength * kPulsePi * 2);
+        if (f > kPulseStart)
+            textSize = kTextSize + kPulseSize * std::sin((f - kPulseStart) / kPulseLength * kPulsePi * 2);
     }
     if (services.view) services.view->DrawOverlay(*this, remaining, textSize);
 
