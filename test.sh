@@ -13,4 +13,6 @@ export SDL_NO_SIGNAL_HANDLERS=1 VELLORAN_MESSAGES_TO_STDERR=1 LIBGL_ALWAYS_SOFTW
 echo "test: running the headless suites, without a display"
 env -u DISPLAY -u WAYLAND_DISPLAY ctest --test-dir "$build" --output-on-failure -j2 -LE display "$@"
 echo "test: running the window suites under Xvfb"
-xvfb-run -a -s "-screen 0 1024x768x24" ctest --test-dir "$build" --output-on-failure -j2 -L display "$@"
+# -noreset: Xvfb otherwise resets when its last client leaves and drops connections that arrive
+# meanwhile, so a game started just after another one closed could find no display.
+xvfb-run -a -s "-noreset -screen 0 1024x768x24" ctest --test-dir "$build" --output-on-failure -j2 -L display "$@"

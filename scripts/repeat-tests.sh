@@ -14,7 +14,7 @@ programs=$(ctest --test-dir "$build" -N -V | sed -n 's/^[0-9]*: Test command: \(
 for program in $programs; do
   count=$((count + 1))
   name=${program#"$build"/}
-  if xvfb-run -a -s "-screen 0 1024x768x24" "$program" --gtest_repeat=2 --gtest_shuffle --gtest_brief=1 \
+  if xvfb-run -a -s "-noreset -screen 0 1024x768x24" "$program" --gtest_repeat=2 --gtest_shuffle --gtest_brief=1 \
        >"$build/repeat.log" 2>&1; then
     echo "repeat-tests: $name passed twice, shuffled"
   else

@@ -47,7 +47,9 @@ else
   echo "sanitize: no swrast_dri.so found; leaks in Mesa's unloaded driver will be reported" >&2
 fi
 
+# -noreset: by default Xvfb resets whenever its last client leaves and drops connections that
+# arrive meanwhile, so a game started just after another one closed may find no display.
 echo "sanitize: running the window suites under Xvfb"
-xvfb-run -a -s "-screen 0 1024x768x24" env "${preload[@]}" \
+xvfb-run -a -s "-noreset -screen 0 1024x768x24" env "${preload[@]}" \
   ctest --test-dir "$build" --output-on-failure -j2 --timeout 300 -L display "$@"
 echo "sanitize: every suite passed in $((SECONDS - start)) s"
