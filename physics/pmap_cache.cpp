@@ -3,21 +3,14 @@
 #include <cstdio>
 #include <vector>
 
+#include "core/file_read.h"
 #include "physics/triangle_mesh.h"
 
 namespace {
 
 constexpr uint32_t kDensity = 64;
 // Larger files are not maps of ours; reading them would only cost memory.
-constexpr long kMaxFileBytes = 64l << 20;
-
-bool ReadWholeFile(std::FILE* file, std::vector<uint8_t>& bytes) {
-    if (std::fseek(file, 0, SEEK_END) != 0) return false;
-    const long length = std::ftell(file);
-    if (length < 0 || length > kMaxFileBytes || std::fseek(file, 0, SEEK_SET) != 0) return false;
-    bytes.resize(size_t(length));
-    return length == 0 || std::fread(bytes.data(), size_t(length), 1, file) == 1;
-}
+constexpr size_t kMaxFileBytes = size_t(64) << 20;
 
 }  // namespace
 
@@ -29,16 +22,14 @@ std::string PMapFileName(uint32_t numVertices, uint32_t numTriangles) {
 PMapSource AttachCachedPMap(phys::TriangleMesh& mesh) {
     const std::string name = PMapFileName(mesh.GetVertexCount(), mesh.GetTriangleCount());
     bool store = true;
-    if (std::FILE* file = std::fopen(name.c_str(), "rb")) {
-        std::vector<uint8_t> bytes;
-        const bool read = ReadWholeFile(file, bytes);
-        std::fclose(file);
-        if (read) {
-            const phys::PMap cached{uint32_t(bytes.size()), bytes.data()};
-            const phys::MapCheck check = mesh.LoadPMap(cached);
-            if (check == phys::MapCheck::Valid) return PMapSource::File;
-            store = check == phys::MapCheck::Corrupt;
-        }
+    // A file that is missing, unreadable or too large to be ours is computed again and replaced.
+    std::vector<uint8_t> bytes;
+    std::string reason;
+    if (ReadWholeFile(name, kMaxFileBytes, bytes, reason)) {
+        const phys::PMap cached{uint32_t(bytes.size()), bytes.data()};
+        const phys::MapCheck check = mesh.LoadPMap(cached);
+        if (check == phys::MapCheck::Valid) return PMapSource::File;
+        store = check == phys::MapCheck::Corrupt;
     }
 
     phys::PMap map;
