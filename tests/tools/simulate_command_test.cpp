@@ -97,11 +97,16 @@ TEST_F(SimulateTool, ScriptedInputAndSeedsReplayExactly) {
     EXPECT_GT(flown["wonAtFrame"].get<int>(), 600);
 }
 
-TEST_F(SimulateTool, BadInputIsAUsageErrorAndABrokenLevelAReport) {
+TEST_F(SimulateTool, BadInputIsReportedAsJson) {
     WriteText(dir.File("bad.txt"), "0 left\n12 jump\n");
-    EXPECT_EQ(Simulate("--input " + Quoted(dir.File("bad.txt")) + " 2>/dev/null").exitCode, 2);
-    const ToolRun said = Simulate("--input " + Quoted(dir.File("bad.txt")) + " 2>&1 >/dev/null");
-    EXPECT_NE(said.out.find("line 2"), std::string::npos) << said.out;
+    const ToolRun bad = Simulate("--input " + Quoted(dir.File("bad.txt")));
+    EXPECT_EQ(bad.exitCode, 1);
+    const json said = json::parse(bad.out);
+    EXPECT_EQ(said["ok"], false);
+    EXPECT_NE(said["error"].get<std::string>().find("bad.txt: line 2: unknown action 'jump'"), std::string::npos);
+    const ToolRun endless = Simulate("--input /dev/zero");
+    EXPECT_EQ(endless.exitCode, 1);
+    EXPECT_EQ(json::parse(endless.out)["error"], "/dev/zero: file is larger than 1 MiB");
 
     WriteText(dir.File("broken.lvl"), "<VelloranLevel><Objects>");
     const ToolRun broken = Shell(kSimulate + "broken.lvl --root " + Quoted(dir.File("")));

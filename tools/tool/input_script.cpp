@@ -1,11 +1,15 @@
 #include "tools/tool/input_script.h"
 
+#include <algorithm>
+#include <array>
 #include <sstream>
 
 #include "level/frame_input.h"
 #include "tools/tool/tool_args.h"
 
 namespace {
+
+constexpr int kActionCount = ActionNudge + 1;
 
 bool ReadActions(const std::string& list, uint32_t& bits, std::string& bad) {
     static const std::pair<const char*, PlayerAction> kNames[] = {
@@ -30,9 +34,16 @@ bool ReadActions(const std::string& list, uint32_t& bits, std::string& bad) {
     return bits != 0;
 }
 
+struct Range {
+    int64_t first, last;
+    uint32_t actions;
+};
+
 }  // namespace
 
 bool InputScript::Parse(const std::string& text, std::string& error) {
+    changes.clear();
+    std::vector<Range> ranges;
     std::istringstream lines(text);
     std::string line;
     for (int number = 1; std::getline(lines, line); ++number) {
@@ -55,17 +66,46 @@ bool InputScript::Parse(const std::string& text, std::string& error) {
             return fail("'" + range + "' is not a range of frames FIRST-LAST");
         }
         if (last < first) return fail("the range " + range + " ends before it begins");
-        if (last - first > 1000000) return fail("the range " + range + " is longer than a million frames");
         uint32_t bits = 0;
         std::string bad;
         if (!ReadActions(list, bits, bad))
             return fail("unknown action '" + bad + "' (use left, right, zoom, next, nudge)");
-        for (int frame = first; frame <= last; ++frame) actions[frame] |= bits;
+        ranges.push_back({first, last, bits});
+    }
+
+    // Sweep the range ends in frame order, counting for each action how many ranges hold it.
+    struct Edge {
+        int64_t frame;
+        int step;  // +1 where a range starts, -1 just after it ends
+        uint32_t actions;
+    };
+    std::vector<Edge> edges;
+    edges.reserve(ranges.size() * 2);
+    for (const Range& r : ranges) {
+        edges.push_back({r.first, +1, r.actions});
+        edges.push_back({r.last + 1, -1, r.actions});
+    }
+    std::sort(edges.begin(), edges.end(), [](const Edge& a, const Edge& b) { return a.frame < b.frame; });
+    std::array<int, kActionCount> holding{};
+    changes.push_back({0, 0});
+    for (size_t i = 0; i < edges.size();) {
+        const int64_t frame = edges[i].frame;
+        for (; i < edges.size() && edges[i].frame == frame; ++i)
+            for (int action = 0; action < kActionCount; ++action)
+                if (edges[i].actions & (1u << action)) holding[size_t(action)] += edges[i].step;
+        uint32_t held = 0;
+        for (int action = 0; action < kActionCount; ++action)
+            if (holding[size_t(action)] > 0) held |= 1u << action;
+        if (changes.back().first == frame)
+            changes.back().actions = held;
+        else if (changes.back().actions != held)
+            changes.push_back({frame, held});
     }
     return true;
 }
 
 uint32_t InputScript::ActionsAt(int frame) const {
-    auto it = actions.find(frame);
-    return it == actions.end() ? 0 : it->second;
+    auto after = std::upper_bound(changes.begin(), changes.end(), int64_t(frame),
+                                  [](int64_t f, const Change& c) { return f < c.first; });
+    return after == changes.begin() ? 0 : std::prev(after)->actions;
 }

@@ -3,12 +3,11 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <fstream>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "core/file_read.h"
 #include "level/fly_over.h"
 #include "objects/game_object.h"
 #include "objects/goal.h"
@@ -33,6 +32,7 @@ const char* kSimulateUsage =
     "The input FILE holds one directive per line: FRAME ACTIONS or FIRST-LAST ACTIONS (inclusive,\n"
     "frames counted from 0), ACTIONS a comma-separated list of left, right, zoom, next, nudge.\n"
     "An action listed for a frame holds its key down in that frame; '#' starts a comment.\n"
+    "A script that cannot be read (a bad line, a file over 1 MiB) gives {\"ok\": false, \"error\": ...}.\n"
     "\n"
     "Prints one JSON object: the outcome, the frames of the win, loss and end, every object's\n"
     "state, and every event, handled message and contact sound in order, with its frame.\n";
@@ -95,13 +95,19 @@ int RunSimulate(const std::vector<std::string>& args) {
     }
     InputScript script;
     if (parsed.Has("--input")) {
-        std::ifstream file(parsed.Value("--input"));
-        if (!file) return ToolUsageError("simulate", "cannot read the input file " + parsed.Value("--input"), kSimulateUsage);
-        std::stringstream text;
-        text << file.rdbuf();
+        // A script that cannot be read is bad input, reported like a level that cannot be.
+        const std::string& name = parsed.Value("--input");
+        std::vector<uint8_t> bytes;
+        std::string reason;
+        if (!ReadWholeFile(name, InputScript::kMaxBytes, bytes, reason)) {
+            PrintJson({{"ok", false}, {"error", name + ": " + reason}});
+            return ToolBadInput;
+        }
         std::string error;
-        if (!script.Parse(text.str(), error))
-            return ToolUsageError("simulate", parsed.Value("--input") + ": " + error, kSimulateUsage);
+        if (!script.Parse(std::string(bytes.begin(), bytes.end()), error)) {
+            PrintJson({{"ok", false}, {"error", name + ": " + error}});
+            return ToolBadInput;
+        }
     }
     if (parsed.Has("--root") && chdir(parsed.Value("--root").c_str()) != 0)
         return ToolUsageError("simulate", "cannot change into " + parsed.Value("--root"), kSimulateUsage);
