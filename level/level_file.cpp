@@ -6,6 +6,8 @@
 #include <locale>
 #include <sstream>
 
+#include "core/file_read.h"
+#include "level/level_limits.h"
 #include "level/object_kinds.h"
 
 using tinyxml2::XMLElement;
@@ -167,8 +169,15 @@ bool ReadLevelFile(const std::string& path, LevelFile& file, std::string& error)
     file = LevelFile{};
     error.clear();
 
+    std::vector<uint8_t> bytes;
+    std::string reason;
+    if (!ReadWholeFile(path, level_limits::kMaxFileBytes, bytes, reason)) {
+        error = path + ": " + reason;
+        if (bytes.size() > level_limits::kMaxFileBytes) error += ", too large for a level";
+        return false;
+    }
     tinyxml2::XMLDocument document;
-    if (document.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS) {
+    if (document.Parse(reinterpret_cast<const char*>(bytes.data()), bytes.size()) != tinyxml2::XML_SUCCESS) {
         // tinyxml2's text names the error and its line.
         file.errorLine = document.ErrorLineNum();
         error = path + ": " + document.ErrorStr();
@@ -201,6 +210,11 @@ bool ReadLevelFile(const std::string& path, LevelFile& file, std::string& error)
         for (const XMLElement* object = objects->FirstChildElement(); object; object = object->NextSiblingElement()) {
             file.objects.push_back(ReadObject(*object));
         }
+    }
+    if (const size_t count = file.tracks.size() + file.objects.size(); count > level_limits::kMaxElements) {
+        error = path + ": holds " + std::to_string(count) + " tracks and objects; a level may hold at most " +
+                std::to_string(level_limits::kMaxElements);
+        return false;
     }
     return true;
 }

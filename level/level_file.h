@@ -53,7 +53,9 @@ struct LevelFile {
 };
 
 // Reads the file. False, with `error` saying why (naming the file), when it cannot be opened,
-// is not well-formed XML, or its first element is not "VelloranLevel" (rootName is then set).
+// is larger than level_limits::kMaxFileBytes, is not well-formed XML, its first element is
+// not "VelloranLevel" (rootName is then set), or it holds more tracks and objects than
+// level_limits::kMaxElements (rootName set, the lists as read).
 bool ReadLevelFile(const std::string& path, LevelFile& file, std::string& error);
 
 // Numbers as stream extraction reads them: leading white space skipped, reading stops at the

@@ -1,5 +1,6 @@
 // Reading level files: what is kept, in what order, and what is recorded as wrong.
 #include "level/level_file.h"
+#include "level/level_limits.h"
 
 #include <gtest/gtest.h>
 
@@ -172,7 +173,24 @@ TEST(ReadLevelFile, FailsOnWrongRootsAndBrokenFilesNamingTheFile) {
     EXPECT_EQ(file.errorLine, 2);
 
     EXPECT_FALSE(ReadLevelFile(dir.File("missing.xml"), file, error));
-    EXPECT_EQ(error.rfind(dir.File("missing.xml") + ": Error=XML_ERROR_FILE_NOT_FOUND", 0), 0u) << error;
+    EXPECT_EQ(error, dir.File("missing.xml") + ": cannot open file");
+    EXPECT_FALSE(ReadLevelFile("/dev/zero", file, error));
+    EXPECT_EQ(error, "/dev/zero: file is larger than 4 MiB, too large for a level");
+}
+
+TEST(ReadLevelFile, RefusesMoreTracksAndObjectsThanALevelMayHold) {
+    TempDir dir;
+    const auto level = [&](size_t balls) {
+        std::string text = "<VelloranLevel><Tracks><Track/></Tracks><Objects>\n";
+        for (size_t i = 1; i < balls; ++i) text += "<Ball/>";
+        return WriteLevel(dir, text + "</Objects></VelloranLevel>");
+    };
+    LevelFile file;
+    std::string error;
+    EXPECT_TRUE(ReadLevelFile(level(level_limits::kMaxElements), file, error)) << error;
+    const std::string tooMany = level(level_limits::kMaxElements + 1);
+    EXPECT_FALSE(ReadLevelFile(tooMany, file, error));
+    EXPECT_EQ(error, tooMany + ": holds 4001 tracks and objects; a level may hold at most 4000");
 }
 
 TEST(ObjectKinds, EveryOwnAttributeIsReadIntoItsField) {
