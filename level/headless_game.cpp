@@ -59,6 +59,10 @@ void HeadlessGame::OnMessage(const GameObject& object, const std::string& conten
     messages.push_back({frame, object.GetName(), object.KindName(), content});
 }
 
+void HeadlessGame::OnSwitchedOff(const GameObject& object, const std::string& reason) {
+    switchedOff.push_back({frame, object.GetName(), object.KindName(), reason});
+}
+
 void HeadlessGame::PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) {
     sounds.push_back({frame, name, volume, position});
 }

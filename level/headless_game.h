@@ -49,9 +49,11 @@ public:
     std::vector<RecordedEvent> events;
     std::vector<RecordedEvent> messages;
     std::vector<RecordedSound> sounds;
+    std::vector<RecordedEvent> switchedOff;  // text: the reason
 
     void OnEvent(const GameObject& object, const std::string& event) override;
     void OnMessage(const GameObject& object, const std::string& content) override;
+    void OnSwitchedOff(const GameObject& object, const std::string& reason) override;
     void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
 
 private:

@@ -8,6 +8,7 @@
 #include "formats/model.h"
 #include "level/level_file.h"
 #include "level/level_sounds.h"
+#include "level/level_view.h"
 #include "level/object_kinds.h"
 #include "objects/actor_group.h"
 #include "objects/ball.h"
@@ -34,12 +35,16 @@ Level::Level(LevelServices given) : services(std::move(given)), classModels(serv
     if (services.physics) {
         SetUpGameWorld(*services.physics);
         services.physics->SetContactListener(this);
+        services.physics->SetFaultListener(this);
     }
 }
 
 Level::~Level() {
     Clear();
-    if (services.physics) services.physics->RemoveContactListener(this);
+    if (services.physics) {
+        services.physics->RemoveContactListener(this);
+        services.physics->RemoveFaultListener(this);
+    }
 }
 
 Random& Level::GetRandom() const {
@@ -81,6 +86,7 @@ void Level::Clear() {
     baseGravity = Vector3(0, -60, 0);
     zoom = 0.0f;
     contacts.clear();
+    switchedOff.clear();
     if (services.sounds) services.sounds->StopMusic();
     particles.reset();
 }
@@ -203,4 +209,24 @@ void Level::HandleContacts() {
             services.sounds->PlayContactSound(sound.name, ball->GetGlobalPosition(), sound.volume);
     }
     contacts.clear();
+}
+
+void Level::OnActorSwitchedOff(phys::Actor* actor, phys::Fault fault) { switchedOff.emplace_back(actor, fault); }
+
+void Level::ReportSwitchedOff() {
+    for (const auto& [actor, fault] : switchedOff) {
+        const std::string reason = fault == phys::Fault::NotFinite
+                                       ? "its position or motion stopped being a finite number"
+                                       : "it went beyond the bounds the physics can hold";
+        for (const auto& object : objects) {
+            if (object->GetActor() != actor) continue;
+            if (services.observer) {
+                services.observer->OnSwitchedOff(*object, reason);
+            } else {
+                std::fprintf(stderr, "%s \"%s\" was switched off after %.2f s of play: %s\n", object->KindName(),
+                             object->GetName().c_str(), elapsed, reason.c_str());
+            }
+        }
+    }
+    switchedOff.clear();
 }

@@ -40,7 +40,7 @@ struct LevelServices {
 
 // The one level every level file is loaded into: its objects, its balls and the current one,
 // the rules' counters and clocks, the camera, the tilt and gravity, and its particles.
-class Level : private phys::UserContactReport {
+class Level : private phys::UserContactReport, private phys::UserFaultReport {
 public:
     static constexpr double kTimeLimit = 180.0;
 
@@ -110,6 +110,9 @@ protected:
     void OnContactNotify(const phys::ContactPair& pair, uint32_t events) override;
     // "Contact" on the current ball and a sound for every ball contact of the step, in order.
     void HandleContacts();
+    // Bodies the physics switched off during the step are reported by their objects' names.
+    void OnActorSwitchedOff(phys::Actor* actor, phys::Fault fault) override;
+    void ReportSwitchedOff();
     void Clear();
     bool LoadResources();
     void BuildTracks(const LevelFile& file);
@@ -139,6 +142,7 @@ protected:
     std::unique_ptr<ParticleSystem> particles;
     ModelCache classModels;
     std::vector<phys::ContactPair> contacts;
+    std::vector<std::pair<phys::Actor*, phys::Fault>> switchedOff;
     std::vector<std::unique_ptr<class Model>> trackModels;
     FrameInput input;
     float zoom = 0.0f;

@@ -83,6 +83,7 @@ void Level::Frame(const FrameInput& frame) {
         }
         if (services.physics) services.physics->Step(frame.step);
         HandleContacts();
+        ReportSwitchedOff();
         UpdateObjects();
     }
 

@@ -27,4 +27,7 @@ public:
     virtual ~LevelObserver() = default;
     virtual void OnEvent(const class GameObject& object, const std::string& event) = 0;
     virtual void OnMessage(const class GameObject& object, const std::string& content) = 0;
+    // The physics switched the object's body off (it stays still where it last was fine);
+    // play goes on without it.
+    virtual void OnSwitchedOff(const class GameObject& object, const std::string& reason) = 0;
 };

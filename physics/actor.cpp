@@ -1,5 +1,7 @@
 #include "physics/actor.h"
 
+#include <cmath>
+
 #include "physics/bullet_convert.h"
 #include "physics/scene.h"
 
@@ -23,6 +25,8 @@ Actor::~Actor() {
 Vector3 Actor::GetGlobalPosition() const { return FromBt(ActorOrigin(body->getWorldTransform(), centreOfMass)); }
 
 void Actor::SetGlobalPosition(const Vector3& position) {
+    // A position that is no number would poison every contact the body makes.
+    if (!std::isfinite(position.x) || !std::isfinite(position.y) || !std::isfinite(position.z)) return;
     btTransform transform = body->getWorldTransform();
     transform.setOrigin(ToBt(position) + transform.getBasis() * ToBt(centreOfMass));
     body->setWorldTransform(transform);
@@ -43,7 +47,7 @@ Matrix4 Actor::GetGlobalPose() const {
 Vector3 Actor::GetLinearVelocity() const { return FromBt(body->getLinearVelocity()); }
 
 void Actor::SetLinearVelocity(const Vector3& velocity) {
-    if (!IsDynamic()) return;
+    if (!IsDynamic() || switchedOff) return;
     // Setting a velocity bypasses the body's linear factor, so frozen axes are dropped here.
     body->setLinearVelocity(ToBt(velocity) * body->getLinearFactor());
 }
@@ -51,12 +55,12 @@ void Actor::SetLinearVelocity(const Vector3& velocity) {
 Vector3 Actor::GetAngularVelocity() const { return FromBt(body->getAngularVelocity()); }
 
 void Actor::SetAngularVelocity(const Vector3& velocity) {
-    if (!IsDynamic()) return;
+    if (!IsDynamic() || switchedOff) return;
     body->setAngularVelocity(ToBt(velocity) * body->getAngularFactor());
 }
 
 void Actor::AddForce(const Vector3& force, ForceMode mode) {
-    if (!IsDynamic()) return;
+    if (!IsDynamic() || switchedOff) return;
     if (mode == ForceMode::Impulse)
         body->applyCentralImpulse(ToBt(force));
     else
@@ -83,6 +87,27 @@ void Actor::ApplyFreezing() {
     body->setAngularFactor(angular);
     body->setLinearVelocity(body->getLinearVelocity() * linear);
     body->setAngularVelocity(body->getAngularVelocity() * angular);
+}
+
+void Actor::KeepPose() {
+    const btTransform& transform = body->getWorldTransform();
+    const btVector3& o = transform.getOrigin();
+    const btMatrix3x3& r = transform.getBasis();
+    keptPose = {float(o.x()), float(o.y()), float(o.z()), float(r[0][0]), float(r[0][1]), float(r[0][2]),
+                float(r[1][0]), float(r[1][1]), float(r[1][2]), float(r[2][0]), float(r[2][1]), float(r[2][2])};
+}
+
+void Actor::RestorePose() {
+    const auto& k = keptPose;
+    const btTransform transform(btMatrix3x3(k[3], k[4], k[5], k[6], k[7], k[8], k[9], k[10], k[11]),
+                                btVector3(k[0], k[1], k[2]));
+    body->setWorldTransform(transform);
+    body->setInterpolationWorldTransform(transform);
+    body->setLinearVelocity(btVector3(0, 0, 0));
+    body->setAngularVelocity(btVector3(0, 0, 0));
+    body->setInterpolationLinearVelocity(btVector3(0, 0, 0));
+    body->setInterpolationAngularVelocity(btVector3(0, 0, 0));
+    body->clearForces();
 }
 
 }  // namespace phys

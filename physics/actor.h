@@ -1,4 +1,5 @@
 #pragma once
+#include <array>
 #include <cstdint>
 
 #include "core/matrix4.h"
@@ -28,6 +29,9 @@ public:
 
     bool IsDynamic() const { return mass != 0.0f; }
     bool IsTrigger() const { return trigger; }
+    // Taken out of the world by the scene after its motion stopped being finite: it stays
+    // where it last was fine, still and touching nothing, until released.
+    bool IsSwitchedOff() const { return switchedOff; }
     float GetMass() const { return mass; }
     uint16_t GetMaterial() const { return material; }
     ShapeKind GetShapeKind() const { return kind; }
@@ -68,6 +72,9 @@ private:
     ~Actor();
     // Recomputes the body's linear and angular factors from the flags and plane joints.
     void ApplyFreezing();
+    // The body's frame at the start of the step, and putting it back there.
+    void KeepPose();
+    void RestorePose();
 
     Scene* scene = nullptr;
     btRigidBody* body = nullptr;
@@ -85,6 +92,8 @@ private:
     uint16_t group = 0;
     bool trigger = false;
     bool released = false;
+    bool switchedOff = false;
+    std::array<float, 12> keptPose{};  // origin, then the rotation's rows
     uint32_t serial = 0;
     uint32_t bodyFlags = 0;
     int planeJoints = 0;

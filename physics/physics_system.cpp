@@ -26,6 +26,7 @@ bool PhysicsSystem::Startup() {
     scene->SetParameter(phys::Parameter::SkinWidth, 0.01f);
     scene->SetTriggerReport(&triggerCallback);
     scene->SetContactReport(contactListener);
+    scene->SetFaultReport(faultListener);
     return true;
 }
 
@@ -67,6 +68,15 @@ void PhysicsSystem::SetContactListener(phys::UserContactReport* listener) {
 
 void PhysicsSystem::RemoveContactListener(phys::UserContactReport* listener) {
     if (listener == contactListener) SetContactListener(nullptr);
+}
+
+void PhysicsSystem::SetFaultListener(phys::UserFaultReport* listener) {
+    faultListener = listener;
+    if (scene) scene->SetFaultReport(listener);
+}
+
+void PhysicsSystem::RemoveFaultListener(phys::UserFaultReport* listener) {
+    if (listener == faultListener) SetFaultListener(nullptr);
 }
 
 phys::Actor* PhysicsSystem::CreateSphereTrigger(float radius, phys::TriggerListener* owner) {

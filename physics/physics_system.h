@@ -13,6 +13,7 @@ class RevoluteJoint;
 class Scene;
 class TriggerListener;
 class UserContactReport;
+class UserFaultReport;
 }  // namespace phys
 
 // The one physics world: the scene, its surface materials, the group pairs whose contacts are
@@ -21,7 +22,7 @@ class UserContactReport;
 //
 // Every factory makes its actor at the world origin; the caller places it, sets its group and
 // keeps it, and gives it back with ReleaseActor. A factory that cannot make what is asked
-// (a size or mass that is not a positive number, a mesh with nothing to collide with) returns
+// (a size or mass outside phys::Scene's ranges, a mesh with nothing to collide with) returns
 // null, and the caller goes on without that actor.
 class PhysicsSystem {
 public:
@@ -66,6 +67,10 @@ public:
     // no longer the current one leaves the current one alone.
     void SetContactListener(phys::UserContactReport* listener);
     void RemoveContactListener(phys::UserContactReport* listener);
+    // Who hears of dynamic actors the world switched off because their motion stopped being
+    // finite (see phys::Scene::Simulate); one at a time, as contacts.
+    void SetFaultListener(phys::UserFaultReport* listener);
+    void RemoveFaultListener(phys::UserFaultReport* listener);
     // Null before Startup.
     phys::Scene* GetScene() const { return scene.get(); }
 
@@ -73,4 +78,5 @@ private:
     std::unique_ptr<phys::Scene> scene;
     TriggerCallback triggerCallback;
     phys::UserContactReport* contactListener = nullptr;
+    phys::UserFaultReport* faultListener = nullptr;
 };

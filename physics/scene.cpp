@@ -20,7 +20,15 @@ constexpr float kAngularDamping = 0.05f;
 // Contacts closing slower than this (units per second) do not bounce, so balls settle.
 constexpr float kBounceThreshold = 2.0f;
 
-bool Positive(float value) { return std::isfinite(value) && value > 0.0f; }
+bool InRange(float value, float low, float high) { return value >= low && value <= high; }
+
+// An inertia whose inverse the solver can use: mass times size squared can overflow or vanish
+// even when both are in range, as with a mesh of huge or collapsed geometry.
+bool UsableInertia(const btVector3& inertia) {
+    for (int i = 0; i < 3; ++i)
+        if (!InRange(inertia[i], 1e-20f, 1e20f)) return false;
+    return true;
+}
 
 }  // namespace
 
@@ -51,7 +59,7 @@ Scene::~Scene() {
         delete joint;
     }
     for (Actor* actor : actors) {
-        world->removeRigidBody(actor->body);
+        if (!actor->switchedOff) world->removeRigidBody(actor->body);
         delete actor;
     }
     for (Actor* actor : releasedWhileDelivering) delete actor;
@@ -89,7 +97,7 @@ uint32_t Scene::GetGroupPairFlags(uint16_t a, uint16_t b) const {
 
 Actor* Scene::CreateActor(const ActorDesc& desc) {
     const bool dynamic = desc.mass != 0.0f;
-    if (dynamic && !Positive(desc.mass)) return nullptr;
+    if (dynamic && !InRange(desc.mass, kMinMass, kMaxMass)) return nullptr;
     if (desc.trigger && (dynamic || desc.kind != ShapeKind::Sphere)) return nullptr;
 
     btCollisionShape* shape = nullptr;
@@ -97,12 +105,12 @@ Actor* Scene::CreateActor(const ActorDesc& desc) {
     Vector3 centre(0, 0, 0);
     switch (desc.kind) {
         case ShapeKind::Sphere:
-            if (!Positive(desc.radius)) return nullptr;
+            if (!InRange(desc.radius, kMinSize, kMaxSize)) return nullptr;
             shape = owned = new btSphereShape(desc.radius);
             break;
         case ShapeKind::Box:
-            if (!Positive(desc.halfExtents.x) || !Positive(desc.halfExtents.y) || !Positive(desc.halfExtents.z))
-                return nullptr;
+            for (const float half : {desc.halfExtents.x, desc.halfExtents.y, desc.halfExtents.z})
+                if (!InRange(half, kMinSize, kMaxSize)) return nullptr;
             if (!std::isfinite(desc.offset.x) || !std::isfinite(desc.offset.y) || !std::isfinite(desc.offset.z))
                 return nullptr;
             // The box turns about its own centre, which sits at the offset from the actor's origin.
@@ -119,7 +127,13 @@ Actor* Scene::CreateActor(const ActorDesc& desc) {
     }
 
     btVector3 inertia(0, 0, 0);
-    if (dynamic) shape->calculateLocalInertia(desc.mass, inertia);
+    if (dynamic) {
+        shape->calculateLocalInertia(desc.mass, inertia);
+        if (!UsableInertia(inertia)) {
+            delete owned;
+            return nullptr;
+        }
+    }
     btRigidBody::btRigidBodyConstructionInfo info(dynamic ? desc.mass : 0.0f, nullptr, shape, inertia);
     info.m_startWorldTransform.setIdentity();
     info.m_startWorldTransform.setOrigin(ToBt(centre));
@@ -162,6 +176,15 @@ void Scene::ReleaseActor(Actor* actor) {
     auto it = std::find(actors.begin(), actors.end(), actor);
     if (it == actors.end()) return;
     actors.erase(it);
+    if (!actor->switchedOff) Withdraw(actor);
+    actor->released = true;
+    if (delivering)
+        releasedWhileDelivering.push_back(actor);
+    else
+        DestroyActor(actor);
+}
+
+void Scene::Withdraw(Actor* actor) {
     // Joints on the actor stop acting; their owner still releases them.
     for (Joint* joint : joints) {
         if (joint->actor != actor) continue;
@@ -170,11 +193,6 @@ void Scene::ReleaseActor(Actor* actor) {
     }
     world->removeRigidBody(actor->body);
     ForgetActor(actor);
-    actor->released = true;
-    if (delivering)
-        releasedWhileDelivering.push_back(actor);
-    else
-        DestroyActor(actor);
 }
 
 void Scene::DestroyActor(Actor* actor) {

@@ -55,6 +55,19 @@ public:
     virtual void OnContactNotify(const ContactPair& pair, uint32_t events) = 0;
 };
 
+// Why the scene switched a dynamic actor off during a step.
+enum class Fault {
+    NotFinite,    // its position, rotation or velocity stopped being a finite number
+    OutOfBounds,  // it grew or flew beyond what the broadphase can hold
+};
+
+// Hears of actors switched off during a step, after the step's contact reports.
+class UserFaultReport {
+public:
+    virtual ~UserFaultReport() = default;
+    virtual void OnActorSwitchedOff(Actor* actor, Fault fault) = 0;
+};
+
 // The world every actor lives in.
 //
 // Determinism: the same actors made in the same order and the same calls give bit-identical
@@ -84,8 +97,14 @@ public:
 
     void SetTriggerReport(UserTriggerReport* report) { triggerReport = report; }
     void SetContactReport(UserContactReport* report) { contactReport = report; }
+    void SetFaultReport(UserFaultReport* report) { faultReport = report; }
 
-    // Null when the description cannot make an actor (a non-positive size, a missing mesh).
+    // Masses and sizes (radii, half extents) the solver can work with in single precision.
+    static constexpr float kMinMass = 1e-6f, kMaxMass = 1e9f;
+    static constexpr float kMinSize = 1e-4f, kMaxSize = 1e4f;
+
+    // Null when the description cannot make an actor: a mass or size outside the ranges above
+    // (or an inertia they would make overflow), a missing mesh.
     Actor* CreateActor(const ActorDesc& desc);
     void ReleaseActor(Actor* actor);
     PlaneJoint* CreatePlaneJoint(Actor* actor);
@@ -101,7 +120,11 @@ public:
 
     // Advances by dt in ticks of exactly kTick (at most kMaxTicksPerStep; time left over is
     // carried to the next call), then delivers the trigger and contact reports of those
-    // ticks, in the order they happened, before returning.
+    // ticks, in the order they happened, and the actors switched off, before returning.
+    //
+    // A dynamic actor whose motion stops being finite in a tick is switched off right after
+    // that tick, before it can spread to what it touches: put back where it was when the
+    // step began, stopped, and taken out of the world.
     void Simulate(float dt);
     int GetLastTickCount() const { return lastTicks; }
     size_t GetActorCount() const { return actors.size(); }
@@ -114,6 +137,9 @@ private:
     void ForgetActor(Actor* actor);
     // Deletes a released actor, and its mesh when no other actor uses it.
     void DestroyActor(Actor* actor);
+    // Takes the actor and its joints out of the world.
+    void Withdraw(Actor* actor);
+    void SwitchOffRunaways();
 
     std::unique_ptr<btDefaultCollisionConfiguration> configuration;
     std::unique_ptr<btCollisionDispatcher> dispatcher;
@@ -126,6 +152,8 @@ private:
     std::unordered_map<uint32_t, uint32_t> groupPairFlags;
     UserTriggerReport* triggerReport = nullptr;
     UserContactReport* contactReport = nullptr;
+    UserFaultReport* faultReport = nullptr;
+    std::vector<std::pair<Actor*, Fault>> faults;  // of the step being played
 
     std::vector<Actor*> actors;  // creation order
     std::vector<Joint*> joints;

@@ -1,6 +1,7 @@
 // Actors, joints and stepping, as the game's objects use them.
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 #include "tests/physics/physics_fixture.h"
 #include "tests/support/files.h"
@@ -31,6 +32,71 @@ TEST_F(WorldTest, MassDecidesStaticOrDynamicAndBadValuesMakeNothing) {
     const Vector3 three[] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
     EXPECT_EQ(physics.CreateMeshActor(3, three, 1, outOfRange, 0, false, 0), nullptr);
     EXPECT_EQ(physics.CreateMeshActor(0, three, 0, outOfRange, 0, false, 0), nullptr);
+
+    // Values whose inverse, inertia or bounds overflow single precision make nothing either.
+    for (const float mass : {1e38f, 3e38f, 1e-40f, 1e-45f, 2e9f})
+        EXPECT_EQ(physics.CreateSphereActor(1, mass, 0), nullptr) << mass;
+    for (const float radius : {3e38f, 1e6f, 1e-30f})
+        EXPECT_EQ(physics.CreateSphereActor(radius, 1, 0), nullptr) << radius;
+    EXPECT_EQ(physics.CreateBoxActor(1, 1e30f, 1, 0, 0, 0, 1, 0), nullptr);
+    const Vector3 huge[] = {{0, 0, 0}, {1e25f, 0, 0}, {0, 1e25f, 0}, {0, 0, 1e25f}};
+    const uint32_t tetrahedron[] = {0, 2, 1, 0, 1, 3, 0, 3, 2, 1, 2, 3};
+    EXPECT_EQ(physics.CreateMeshActor(4, huge, 4, tetrahedron, 1e6f, false, 0), nullptr) << "inertia overflows";
+    EXPECT_NE(physics.CreateSphereActor(1e4f, 1e9f, 0), nullptr) << "the edges of the ranges are fine";
+    EXPECT_NE(physics.CreateSphereActor(1e-4f, 1e-6f, 0), nullptr);
+}
+
+bool Same(const Vector3& a, const Vector3& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
+
+// Records the actors the world switches off.
+struct RecordingFaults : phys::UserFaultReport {
+    void OnActorSwitchedOff(phys::Actor* actor, phys::Fault fault) override { log.emplace_back(actor, fault); }
+    std::vector<std::pair<phys::Actor*, phys::Fault>> log;
+};
+
+// A body kicked to infinity is stopped at the step that makes it so, before its NaN reaches
+// what it touches; everything else plays on.
+TEST_F(WorldTest, ABodyWhoseMotionStopsBeingFiniteIsSwitchedOffAndReported) {
+    RecordingFaults faults;
+    physics.SetFaultListener(&faults);
+    physics.SetGravity({0, -60, 0});
+    Floor();
+    phys::Actor* runaway = Ball({0, 1, 0});
+    phys::Actor* neighbour = Ball({2.5f, 1, 0});
+    phys::Actor* door = physics.CreateBoxActor(1, 6, 1, 0, 3, 0, 1, 0);
+    door->SetGlobalPosition({-20, 10, 0});
+    phys::Joint* hinge = physics.CreateRevoluteJoint(door, -20, 10, 0, 0);
+    ASSERT_NE(hinge, nullptr);
+    Steps(30);
+    const Vector3 before = runaway->GetGlobalPosition();
+
+    runaway->AddForce({3e38f, 0, 0}, phys::ForceMode::Impulse);
+    runaway->AddForce({3e38f, 0, 0}, phys::ForceMode::Impulse);  // infinite velocity
+    door->SetAngularVelocity({0, 0, std::numeric_limits<float>::infinity()});
+    Steps(1);
+    ASSERT_EQ(faults.log.size(), 2u);
+    EXPECT_EQ(faults.log[0], std::make_pair(runaway, phys::Fault::NotFinite));
+    EXPECT_EQ(faults.log[1], std::make_pair(door, phys::Fault::NotFinite));
+    EXPECT_TRUE(runaway->IsSwitchedOff());
+    EXPECT_TRUE(Same(runaway->GetGlobalPosition(), before)) << "put back where the step began";
+    EXPECT_TRUE(Same(runaway->GetLinearVelocity(), {0, 0, 0}));
+
+    const float y = neighbour->GetGlobalPosition().y;
+    Steps(60);
+    EXPECT_EQ(faults.log.size(), 2u) << "reported once";
+    EXPECT_TRUE(Same(runaway->GetGlobalPosition(), before)) << "out of the world, nothing moves it";
+    runaway->AddForce({10, 0, 0}, phys::ForceMode::Impulse);
+    EXPECT_TRUE(Same(runaway->GetLinearVelocity(), {0, 0, 0}));
+    EXPECT_TRUE(std::isfinite(neighbour->GetGlobalPosition().x));
+    EXPECT_NEAR(neighbour->GetGlobalPosition().y, y, 0.05f) << "the neighbour still rests on the floor";
+
+    physics.ReleaseJoint(hinge);
+    physics.ReleaseActor(door);
+    physics.ReleaseActor(runaway);
+    neighbour->SetGlobalPosition({std::nanf(""), 0, 0});
+    EXPECT_TRUE(std::isfinite(neighbour->GetGlobalPosition().x)) << "a position that is no number is ignored";
+    Steps(1);
+    physics.RemoveFaultListener(&faults);
 }
 
 TEST_F(WorldTest, ABoxRestsOnItsOffsetOrigin) {

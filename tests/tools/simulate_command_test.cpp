@@ -120,6 +120,38 @@ TEST_F(SimulateTool, BadInputIsReportedAsJson) {
     EXPECT_EQ(noSky["errors"], json::parse(R"(["Error loading skybox"])"));
 }
 
+// Numbers that overflow the physics never reach the report as NaN: impossible bodies are not
+// made, and a ball kicked past the float range is switched off, by name, while play goes on.
+TEST_F(SimulateTool, ImpossibleNumbersGiveNoNaN) {
+    WriteText(dir.File("wild.lvl"), R"(<VelloranLevel>
+  <Tracks><Track name="floor" x="0" y="0" collisionModel="floor.3DS" renderModel="floor.3DS"/></Tracks>
+  <Objects>
+    <Ball name="heavy" x="-20" y="2" radius="1" mass="1e38" health="100"/>
+    <Ball name="faint" x="-10" y="2" radius="1e-40" mass="1" health="100"/>
+    <Ball name="kicked" x="0" y="4" radius="1" mass="1" health="100"/>
+    <Bumper name="kicker" x="0" y="0" radius="2" force="3e38"/>
+    <Ball name="bystander" x="20" y="1" radius="1" mass="1" health="100"/>
+    <Goal name="goal" x="60" y="3" radius="3" quota="1"/>
+  </Objects>
+</VelloranLevel>
+)");
+    const ToolRun run = Simulate("--frames 120", "wild.lvl");
+    ASSERT_EQ(run.exitCode, 0) << run.out;
+    const json report = json::parse(run.out);
+    for (const json& o : report["objects"]) {
+        for (const char* field : {"position", "velocity"})
+            for (const json& value : o[field]) EXPECT_TRUE(value.is_number()) << o;  // NaN prints as null
+    }
+    EXPECT_EQ(report["frames"], 120);
+    ASSERT_EQ(report["switchedOff"].size(), 1u) << report["switchedOff"];
+    EXPECT_EQ(report["switchedOff"][0]["object"], "kicked");
+    EXPECT_EQ(report["switchedOff"][0]["reason"], "its position or motion stopped being a finite number");
+    for (const json& o : report["objects"]) {
+        if (o["name"] != "bystander") continue;
+        EXPECT_NEAR(o["position"][1].get<double>(), 1.0, 0.1) << "still resting";
+    }
+}
+
 TEST(ShippedIntro, IsLostWithoutPlayingAndWonByTurningTheLevelOver) {
     const std::string intro = kSimulate + "Media/intro.lvl --root " + Quoted(VELLORAN_GAME_DIR);
     const json idle = json::parse(Shell(intro).out);

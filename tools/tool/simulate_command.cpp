@@ -35,7 +35,8 @@ const char* kSimulateUsage =
     "A script that cannot be read (a bad line, a file over 1 MiB) gives {\"ok\": false, \"error\": ...}.\n"
     "\n"
     "Prints one JSON object: the outcome, the frames of the win, loss and end, every object's\n"
-    "state, and every event, handled message and contact sound in order, with its frame.\n";
+    "state, and every event, handled message and contact sound in order, with its frame, and\n"
+    "every object whose body the physics switched off (its motion stopped being finite).\n";
 
 Json Vec(const Vector3& v) { return Json::array({v.x, v.y, v.z}); }
 
@@ -155,6 +156,7 @@ int RunSimulate(const std::vector<std::string>& args) {
            {"events", Records(game.events, "event")},
            {"messages", Records(game.messages, "content")},
            {"sounds", Sounds(game.sounds)},
+           {"switchedOff", Records(game.switchedOff, "reason")},
            {"errors", game.errors}});
     return ToolOk;
 }
