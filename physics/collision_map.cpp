@@ -2,6 +2,7 @@
 
 #include <LinearMath/btConvexHullComputer.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <numeric>
@@ -170,14 +171,23 @@ ConvexPieces ComputeConvexPieces(const float* points, uint32_t numVertices, cons
     return pieces;
 }
 
-std::vector<uint8_t> EncodeCollisionMap(const ConvexPieces& pieces, uint32_t numVertices, uint32_t numTriangles,
-                                        uint64_t meshHash, uint32_t density) {
+MeshIdentity IdentifyMesh(const float* points, uint32_t numVertices, const uint32_t* indices, uint32_t numTriangles) {
+    MeshIdentity mesh{numVertices, numTriangles, HashMeshGeometry(points, numVertices, indices, numTriangles)};
+    for (uint32_t v = 0; v < numVertices; ++v) {
+        const Vector3 p(points[3 * v], points[3 * v + 1], points[3 * v + 2]);
+        mesh.low = v ? Vector3(std::min(mesh.low.x, p.x), std::min(mesh.low.y, p.y), std::min(mesh.low.z, p.z)) : p;
+        mesh.high = v ? Vector3(std::max(mesh.high.x, p.x), std::max(mesh.high.y, p.y), std::max(mesh.high.z, p.z)) : p;
+    }
+    return mesh;
+}
+
+std::vector<uint8_t> EncodeCollisionMap(const ConvexPieces& pieces, const MeshIdentity& mesh, uint32_t density) {
     ByteWriter out;
     out.Put(kMagic);
     out.Put(kVersion);
-    out.Put(numVertices);
-    out.Put(numTriangles);
-    out.Put(meshHash);
+    out.Put(mesh.numVertices);
+    out.Put(mesh.numTriangles);
+    out.Put(mesh.hash);
     out.Put(density);
     out.Put(uint32_t(pieces.size()));
     for (const auto& piece : pieces) {
@@ -192,8 +202,41 @@ std::vector<uint8_t> EncodeCollisionMap(const ConvexPieces& pieces, uint32_t num
     return out.bytes;
 }
 
-MapCheck DecodeCollisionMap(const uint8_t* data, size_t size, uint32_t numVertices, uint32_t numTriangles,
-                            uint64_t meshHash, ConvexPieces& pieces) {
+namespace {
+
+// Hull corners are the mesh's own corners, give or take the rounding of the hull computation.
+bool WithinBounds(const Vector3& p, const MeshIdentity& mesh, double slack) {
+    return p.x >= mesh.low.x - slack && p.x <= mesh.high.x + slack && p.y >= mesh.low.y - slack &&
+           p.y <= mesh.high.y + slack && p.z >= mesh.low.z - slack && p.z <= mesh.high.z + slack;
+}
+
+// A piece whose points all lie on one line (or at one point) has no area: nothing collides with it.
+bool Collapsed(const std::vector<Vector3>& piece, double slack) {
+    const auto along = [](const Vector3& from, const Vector3& to, double d[3]) {
+        d[0] = double(to.x) - from.x, d[1] = double(to.y) - from.y, d[2] = double(to.z) - from.z;
+        return std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
+    };
+    const Vector3& a = piece[0];
+    double axis[3] = {0, 0, 0}, longest = 0, d[3];
+    for (const Vector3& p : piece) {
+        if (const double length = along(a, p, d); length > longest) {
+            longest = length;
+            for (int i = 0; i < 3; ++i) axis[i] = d[i] / length;
+        }
+    }
+    if (longest <= slack) return true;
+    for (const Vector3& p : piece) {
+        along(a, p, d);
+        const double t = d[0] * axis[0] + d[1] * axis[1] + d[2] * axis[2];
+        const double off[3] = {d[0] - t * axis[0], d[1] - t * axis[1], d[2] - t * axis[2]};
+        if (std::sqrt(off[0] * off[0] + off[1] * off[1] + off[2] * off[2]) > slack) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+MapCheck DecodeCollisionMap(const uint8_t* data, size_t size, const MeshIdentity& mesh, ConvexPieces& pieces) {
     pieces.clear();
     if (!data || size < sizeof(uint64_t)) return MapCheck::Corrupt;
     const size_t body = size - sizeof(uint64_t);
@@ -208,20 +251,25 @@ MapCheck DecodeCollisionMap(const uint8_t* data, size_t size, uint32_t numVertic
         !in.Get(density) || !in.Get(count))
         return MapCheck::Corrupt;
     if (magic != kMagic || version != kVersion) return MapCheck::Corrupt;
-    if (vertices != numVertices || triangles != numTriangles || hash != meshHash) return MapCheck::OtherMesh;
+    if (vertices != mesh.numVertices || triangles != mesh.numTriangles || hash != mesh.hash)
+        return MapCheck::OtherMesh;
+    if (density < kMinDensity || density > kMaxDensity) return MapCheck::Corrupt;
     // Every piece takes at least 4 bytes, and no mesh has more parts than triangles.
-    if (count > numTriangles || count > in.Remaining() / 4) return MapCheck::Corrupt;
+    if (count == 0 || count > mesh.numTriangles || count > in.Remaining() / 4) return MapCheck::Corrupt;
 
+    const Vector3 size3 = mesh.high - mesh.low;
+    const double extent = std::max({double(size3.x), double(size3.y), double(size3.z)});
+    const double slack = 1e-4 * extent + 1e-6;
     ConvexPieces read(count);
     for (auto& piece : read) {
         uint32_t points;
-        if (!in.Get(points) || points < 3 || points > in.Remaining() / 12) return MapCheck::Corrupt;
-        if (density && points > density) return MapCheck::Corrupt;
+        if (!in.Get(points) || points < 3 || points > density || points > in.Remaining() / 12) return MapCheck::Corrupt;
         piece.resize(points);
         for (Vector3& p : piece) {
             if (!in.Get(p.x) || !in.Get(p.y) || !in.Get(p.z)) return MapCheck::Corrupt;
-            if (!std::isfinite(p.x) || !std::isfinite(p.y) || !std::isfinite(p.z)) return MapCheck::Corrupt;
+            if (!WithinBounds(p, mesh, slack)) return MapCheck::Corrupt;  // also every NaN
         }
+        if (Collapsed(piece, slack)) return MapCheck::Corrupt;
     }
     if (in.Remaining() != 0) return MapCheck::Corrupt;
     pieces = std::move(read);

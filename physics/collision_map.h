@@ -22,17 +22,30 @@ using ConvexPieces = std::vector<std::vector<Vector3>>;
 uint64_t HashMeshGeometry(const float* points, uint32_t numVertices, const uint32_t* indices,
                           uint32_t numTriangles);
 
+// What a map is checked against: the mesh's counts, its geometry's hash and its bounds.
+struct MeshIdentity {
+    uint32_t numVertices = 0, numTriangles = 0;
+    uint64_t hash = 0;
+    Vector3 low{0, 0, 0}, high{0, 0, 0};
+};
+MeshIdentity IdentifyMesh(const float* points, uint32_t numVertices, const uint32_t* indices, uint32_t numTriangles);
+
+// The densities a map may have been made with; the game makes its maps at 64.
+constexpr uint32_t kMinDensity = 4, kMaxDensity = 256;
+
 ConvexPieces ComputeConvexPieces(const float* points, uint32_t numVertices, const uint32_t* indices,
                                  uint32_t numTriangles, uint32_t density);
 
-std::vector<uint8_t> EncodeCollisionMap(const ConvexPieces& pieces, uint32_t numVertices, uint32_t numTriangles,
-                                        uint64_t meshHash, uint32_t density);
+std::vector<uint8_t> EncodeCollisionMap(const ConvexPieces& pieces, const MeshIdentity& mesh, uint32_t density);
 
 // What a map's bytes turned out to be.
 enum class MapCheck { Valid, Corrupt, OtherMesh };
 
-// Reads pieces from bytes, checking every length and value against the buffer and the mesh.
-MapCheck DecodeCollisionMap(const uint8_t* data, size_t size, uint32_t numVertices, uint32_t numTriangles,
-                            uint64_t meshHash, ConvexPieces& pieces);
+// Reads pieces from bytes, checking every length and value against the buffer and the mesh. A
+// map of this mesh is still Corrupt when its density is outside kMinDensity..kMaxDensity, a
+// piece has more points than the density or fewer than 3, a point lies outside the mesh's
+// bounds, a piece has collapsed to a point or a line, or there is no piece at all: such a
+// map would make collision slow or silently absent.
+MapCheck DecodeCollisionMap(const uint8_t* data, size_t size, const MeshIdentity& mesh, ConvexPieces& pieces);
 
 }  // namespace phys

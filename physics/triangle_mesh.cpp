@@ -22,14 +22,14 @@ constexpr uint32_t kMaxElements = 1u << 24;
 
 TriangleMesh::TriangleMesh(std::vector<float> pointsIn, std::vector<uint32_t> indicesIn)
     : points(std::move(pointsIn)), indices(std::move(indicesIn)) {
-    hash = HashMeshGeometry(points.data(), GetVertexCount(), indices.data(), GetTriangleCount());
+    identity = IdentifyMesh(points.data(), GetVertexCount(), indices.data(), GetTriangleCount());
 }
 
 TriangleMesh::~TriangleMesh() = default;
 
 MapCheck TriangleMesh::LoadPMap(const PMap& map) {
     ConvexPieces read;
-    const MapCheck check = DecodeCollisionMap(map.data, map.dataSize, GetVertexCount(), GetTriangleCount(), hash, read);
+    const MapCheck check = DecodeCollisionMap(map.data, map.dataSize, identity, read);
     if (check != MapCheck::Valid) return check;
     mapLoaded = true;
     // Actors already made keep the pieces they collide with.
@@ -127,11 +127,11 @@ std::unique_ptr<TriangleMesh> ReadCookedMesh(const Stream& stream) {
 
 bool CreatePMap(PMap& map, TriangleMesh& mesh, uint32_t density, Stream* stream) {
     map = PMap{};
+    if (density < kMinDensity || density > kMaxDensity) return false;
     const ConvexPieces pieces = ComputeConvexPieces(mesh.GetPoints().data(), mesh.GetVertexCount(),
                                                     mesh.GetIndices().data(), mesh.GetTriangleCount(), density);
     if (pieces.empty()) return false;
-    const std::vector<uint8_t> bytes =
-        EncodeCollisionMap(pieces, mesh.GetVertexCount(), mesh.GetTriangleCount(), mesh.GetHash(), density);
+    const std::vector<uint8_t> bytes = EncodeCollisionMap(pieces, mesh.GetIdentity(), density);
     map.dataSize = uint32_t(bytes.size());
     map.data = new uint8_t[bytes.size()];
     std::memcpy(map.data, bytes.data(), bytes.size());

@@ -47,7 +47,8 @@ public:
     const std::vector<float>& GetPoints() const { return points; }
     const std::vector<uint32_t>& GetIndices() const { return indices; }
     // Identifies the mesh's exact geometry, so a map made for another mesh is recognised.
-    uint64_t GetHash() const { return hash; }
+    uint64_t GetHash() const { return identity.hash; }
+    const MeshIdentity& GetIdentity() const { return identity; }
 
     // Attaches a map when the bytes are a valid map of this very mesh; otherwise attaches
     // nothing and says whether the bytes were damaged or belong to another mesh.
@@ -66,7 +67,7 @@ private:
 
     std::vector<float> points;
     std::vector<uint32_t> indices;
-    uint64_t hash = 0;
+    MeshIdentity identity;
     bool mapLoaded = false;
     bool piecesComputed = false;
     std::vector<std::vector<Vector3>> pieces;
@@ -86,7 +87,7 @@ bool CookTriangleMesh(const TriangleMeshDesc& desc, Stream& stream);
 std::unique_ptr<TriangleMesh> ReadCookedMesh(const Stream& stream);
 
 // Computes the mesh's collision map at the given density (the most points a convex piece may
-// keep). The bytes are allocated for the caller, who frees them with ReleasePMap. Also stores
+// keep, kMinDensity to kMaxDensity). The bytes are allocated for the caller, who frees them with ReleasePMap. Also stores
 // them into the stream when one is given.
 bool CreatePMap(PMap& map, TriangleMesh& mesh, uint32_t density, Stream* stream = nullptr);
 void ReleasePMap(PMap& map);

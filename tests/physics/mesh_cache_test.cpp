@@ -36,28 +36,58 @@ TEST(CollisionMaps, AreTrustedOnlyForTheirOwnMeshAndIntact) {
     const TestMesh wheel = PaddleWheel();
     const float* points = &wheel.vertices[0].x;
     const uint32_t vertices = wheel.VertexCount(), triangles = wheel.TriangleCount();
-    const uint64_t hash = phys::HashMeshGeometry(points, vertices, wheel.triangles.data(), triangles);
+    const phys::MeshIdentity mesh = phys::IdentifyMesh(points, vertices, wheel.triangles.data(), triangles);
     const auto bytes = phys::EncodeCollisionMap(
-        phys::ComputeConvexPieces(points, vertices, wheel.triangles.data(), triangles, 64), vertices, triangles, hash, 64);
+        phys::ComputeConvexPieces(points, vertices, wheel.triangles.data(), triangles, 64), mesh, 64);
 
     phys::ConvexPieces read;
-    ASSERT_EQ(phys::DecodeCollisionMap(bytes.data(), bytes.size(), vertices, triangles, hash, read),
-              phys::MapCheck::Valid);
+    ASSERT_EQ(phys::DecodeCollisionMap(bytes.data(), bytes.size(), mesh, read), phys::MapCheck::Valid);
     EXPECT_EQ(read.size(), 4u);
-    EXPECT_EQ(phys::DecodeCollisionMap(bytes.data(), bytes.size(), vertices, triangles, hash + 1, read),
-              phys::MapCheck::OtherMesh);
+    phys::MeshIdentity other = mesh;
+    ++other.hash;
+    EXPECT_EQ(phys::DecodeCollisionMap(bytes.data(), bytes.size(), other, read), phys::MapCheck::OtherMesh);
     // Every truncation and every single flipped byte is caught.
     for (size_t size = 0; size < bytes.size(); ++size)
-        ASSERT_EQ(phys::DecodeCollisionMap(bytes.data(), size, vertices, triangles, hash, read), phys::MapCheck::Corrupt)
-            << size;
+        ASSERT_EQ(phys::DecodeCollisionMap(bytes.data(), size, mesh, read), phys::MapCheck::Corrupt) << size;
     for (size_t at = 0; at < bytes.size(); ++at) {
         auto damaged = bytes;
         damaged[at] ^= 0x40;
-        ASSERT_NE(phys::DecodeCollisionMap(damaged.data(), damaged.size(), vertices, triangles, hash, read),
-                  phys::MapCheck::Valid)
-            << at;
+        ASSERT_NE(phys::DecodeCollisionMap(damaged.data(), damaged.size(), mesh, read), phys::MapCheck::Valid) << at;
     }
-    EXPECT_EQ(phys::DecodeCollisionMap(nullptr, 0, 1, 1, hash, read), phys::MapCheck::Corrupt);
+    EXPECT_EQ(phys::DecodeCollisionMap(nullptr, 0, mesh, read), phys::MapCheck::Corrupt);
+}
+
+// Maps with a good checksum can still be nonsense for their mesh: slow to collide with, or
+// colliding with nothing. Those are refused, so the game computes the map anew.
+TEST(CollisionMaps, WellFormedNonsenseIsRefused) {
+    const TestMesh wheel = PaddleWheel();  // spans -4.5 to 4.5 in x and y, -1 to 1 in z
+    const phys::MeshIdentity mesh =
+        phys::IdentifyMesh(&wheel.vertices[0].x, wheel.VertexCount(), wheel.triangles.data(), wheel.TriangleCount());
+    const std::vector<Vector3> paddle = {{0.5f, -0.25f, -1}, {4.5f, -0.25f, -1}, {4.5f, 0.25f, -1},
+                                         {0.5f, 0.25f, 1},   {4.5f, 0.25f, 1},   {0.5f, -0.25f, 1}};
+    std::vector<Vector3> crowd;  // 20,000 points on a circle inside the wheel
+    for (int i = 0; i < 20000; ++i) crowd.emplace_back(4 * std::cos(i * 0.001f), 4 * std::sin(i * 0.001f), 0.5f);
+    const struct {
+        const char* what;
+        phys::ConvexPieces pieces;
+        uint32_t density;
+    } cases[] = {
+        {"a density of 0 lifting the cap on points", {crowd}, 0},
+        {"more points than the density", {crowd}, 64},
+        {"a density beyond the largest", {paddle}, 100000},
+        {"no piece at all", {}, 64},
+        {"a piece collapsed to a point", {{{1, 1, 0}, {1, 1, 0}, {1, 1, 0}, {1, 1, 0}}}, 64},
+        {"a piece collapsed to a line", {{{0, 0, 0}, {1, 1, 0}, {2, 2, 0}, {3, 3, 0}}}, 64},
+        {"a piece far wider than the mesh", {{{-3.4e38f, 0, 0}, {3.4e38f, 0, 0}, {0, 3.4e38f, 0}, {0, 0, 1}}}, 64},
+        {"a point just outside the mesh", {{paddle[0], paddle[1], paddle[2], {4.6f, 0, 0}}}, 64},
+    };
+    phys::ConvexPieces read;
+    for (const auto& c : cases) {
+        const auto bytes = phys::EncodeCollisionMap(c.pieces, mesh, c.density);
+        EXPECT_EQ(phys::DecodeCollisionMap(bytes.data(), bytes.size(), mesh, read), phys::MapCheck::Corrupt) << c.what;
+    }
+    const auto sane = phys::EncodeCollisionMap({paddle}, mesh, 64);
+    EXPECT_EQ(phys::DecodeCollisionMap(sane.data(), sane.size(), mesh, read), phys::MapCheck::Valid);
 }
 
 class PMapCacheTest : public PhysicsTest {
