@@ -3,10 +3,9 @@
 #include <tinyxml2.h>
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/media_file.h"
 
 namespace mediagen {
 
@@ -26,12 +25,9 @@ void CheckLevelText(std::string_view text, const std::string& name) {
 }
 
 std::string ReadLevelSource(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw MediaError(path.string() + ": cannot open level source");
-    std::ostringstream text;
-    text << file.rdbuf();
-    CheckLevelText(text.str(), path.string());
-    return text.str();
+    std::string text = ReadSourceText(path, "level source");
+    CheckLevelText(text, path.string());
+    return text;
 }
 
 }  // namespace mediagen

@@ -7,6 +7,7 @@
 #include <system_error>
 #include <vector>
 
+#include "core/file_read.h"
 #include "tools/mediagen/media_error.h"
 
 namespace mediagen {
@@ -36,6 +37,14 @@ bool WriteMediaFile(const std::filesystem::path& path, const void* data, size_t 
     std::filesystem::rename(partial, path, error);
     if (error) throw MediaError(path.string() + ": cannot write file (" + error.message() + ")");
     return true;
+}
+
+std::string ReadSourceText(const std::filesystem::path& path, const std::string& kind) {
+    std::vector<uint8_t> bytes;
+    std::string reason;
+    if (!ReadWholeFile(path.string(), kMaxSourceBytes, bytes, reason))
+        throw MediaError(path.string() + ": cannot read " + kind + ": " + reason);
+    return std::string(bytes.begin(), bytes.end());
 }
 
 }  // namespace mediagen

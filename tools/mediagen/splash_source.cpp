@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/media_file.h"
 #include "tools/mediagen/dialogues.h"
 #include "tools/mediagen/splash_screens.h"
 
@@ -69,13 +69,7 @@ SplashSource ParsePage(std::string_view text, const std::string& name, bool need
     return source;
 }
 
-std::string ReadText(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw MediaError(path.string() + ": cannot open text source");
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
+std::string ReadText(const std::filesystem::path& path) { return ReadSourceText(path, "text source"); }
 
 }  // namespace
 

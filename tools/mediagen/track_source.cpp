@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <sstream>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/media_file.h"
 #include "tools/mediagen/mesh_builder.h"
 
 namespace mediagen {
@@ -129,11 +129,7 @@ TrackSource ParseTrack(std::string_view text, const std::string& name) {
 }
 
 TrackSource ReadTrack(const std::filesystem::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) throw MediaError(path.string() + ": cannot open track source");
-    std::ostringstream text;
-    text << file.rdbuf();
-    return ParseTrack(text.str(), path.string());
+    return ParseTrack(ReadSourceText(path, "track source"), path.string());
 }
 
 MaxObject BuildTrack(const TrackSource& source, const std::string& objectName) {
