@@ -13,3 +13,4 @@ int RunBenchPhysics(const std::vector<std::string>& args);
 int RunLint(const std::vector<std::string>& args);
 int RunSimulate(const std::vector<std::string>& args);
 int RunBenchLevel(const std::vector<std::string>& args);
+int RunBenchSoak(const std::vector<std::string>& args);

@@ -12,12 +12,22 @@
 
 #include "formats/max_model.h"
 #include "level/level_file.h"
+#include "level/level_limits.h"
 #include "level/object_kinds.h"
 #include "tools/tool/commands.h"
 #include "tools/tool/json_output.h"
+#include "tools/tool/lint_numbers.h"
+#include "tools/tool/lint_placement.h"
+#include "tools/tool/lint_problem.h"
 #include "tools/tool/tool_args.h"
 
 namespace {
+
+using lint::Describe;
+using lint::Number;
+using lint::Problem;
+using lint::Quote;
+using lint::ReadWell;
 
 const char* kLintUsage =
     "usage: velloran-tool lint LEVEL [--root DIR]\n"
@@ -34,46 +44,16 @@ int UsageError(const std::string& problem) { return ToolUsageError("lint", probl
 // Radii may be off by this fraction of the model's size before the linter says so.
 constexpr double kRadiusTolerance = 0.02;
 
-struct Problem {
-    bool error;
-    int line;
-    std::string element, message;
-};
-
 struct ModelFacts {
     bool loaded = false;
     std::string error;
     size_t subModels = 0;
     double radius = 0;  // the largest distance of a vertex from the z axis
+    SubModel first;     // what a track made of it collides with
 };
-
-std::string Quote(const std::string& text) {
-    std::string quoted = "\"";
-    quoted += text;
-    quoted += '"';
-    return quoted;
-}
-
-std::string Number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%g", value);
-    return text;
-}
-
-// How problems name an object: its element and, when it has one, its name.
-std::string Describe(const LevelObject& object) {
-    return object.name.empty() ? object.kind : object.kind + " " + Quote(object.name);
-}
 
 bool Has(const std::vector<const char*>& list, const std::string& item) {
     return std::any_of(list.begin(), list.end(), [&](const char* entry) { return item == entry; });
-}
-
-// Whether an attribute was read into a usable value (trailing text still leaves one).
-bool ReadWell(const std::vector<AttributeProblem>& problems, const std::string& attribute) {
-    return std::none_of(problems.begin(), problems.end(), [&](const AttributeProblem& problem) {
-        return problem.attribute == attribute && problem.kind != AttributeProblem::TrailingText;
-    });
 }
 
 // "SetSpeed" is followed by the new speed; every other content must match exactly.
@@ -95,24 +75,23 @@ public:
 
     std::vector<Problem> Run(bool loadModels) {
         IndexObjects();
+        CheckElementCount();
+        std::vector<lint::TrackMesh> meshes;
         for (const LevelTrack& track : file_.tracks) {
-            ReportAttributes(track.problems, track.line, "Track", "Track" + NameSuffix(track.name));
-            if (loadModels) CheckTrackModels(track);
+            ReportAttributes(track.problems, track.line, "Track", Describe(track));
+            lint::CheckTrackNumbers(track, problems_);
+            if (!loadModels) continue;
+            if (const SubModel* mesh = CheckTrackModels(track)) meshes.push_back({&track, mesh});
         }
         for (const LevelObject& object : file_.objects) CheckObject(object, loadModels);
         CheckGoals();
+        lint::CheckPlacement(file_, meshes, problems_);
         std::stable_sort(problems_.begin(), problems_.end(),
                          [](const Problem& a, const Problem& b) { return a.line < b.line; });
         return problems_;
     }
 
 private:
-    static std::string NameSuffix(const std::string& name) {
-        std::string suffix;
-        if (!name.empty()) suffix += ' ' + Quote(name);
-        return suffix;
-    }
-
     void Add(bool error, int line, const std::string& element, const std::string& message) {
         problems_.push_back({error, line, element, message});
     }
@@ -122,6 +101,30 @@ private:
             if (!object.known) continue;  // the game skips unknown kinds, so their names name nothing
             byName_[object.name].push_back(&object);
             if (object.kind == "TeleportEntrance") exitNames_.insert(object.exits.begin(), object.exits.end());
+        }
+    }
+
+    // Counted as the reader counts them, unknown kinds included; reported on the first element
+    // past the limit.
+    void CheckElementCount() {
+        const size_t count = file_.tracks.size() + file_.objects.size();
+        if (count <= level_limits::kManyElements) return;
+        const bool refused = count > level_limits::kMaxElements;
+        const size_t limit = refused ? level_limits::kMaxElements : level_limits::kManyElements;
+        std::vector<std::pair<int, std::string>> elements;
+        for (const LevelTrack& track : file_.tracks) elements.emplace_back(track.line, "Track");
+        for (const LevelObject& object : file_.objects) elements.emplace_back(object.line, object.kind);
+        std::nth_element(elements.begin(), elements.begin() + long(limit), elements.end());
+        const auto& [line, element] = elements[limit];
+        const std::string counted = std::to_string(count) + " tracks and objects";
+        if (refused) {
+            Add(true, line, element,
+                counted + ": the game refuses to load a level with more than " + std::to_string(limit));
+        } else {
+            Add(false, line, element,
+                counted + ", more than " + std::to_string(limit) +
+                    ": every one costs time in every frame (piles of balls the square of their number), so "
+                    "every frame slows down");
         }
     }
 
@@ -157,11 +160,14 @@ private:
                 facts.radius = std::max(facts.radius, std::sqrt(double(v.x) * v.x + double(v.y) * v.y));
             }
         }
+        if (facts.loaded && !model.subModels.empty()) facts.first = std::move(model.subModels.front());
         return facts;
     }
 
-    void CheckTrackModels(const LevelTrack& track) {
-        const std::string who = "Track" + NameSuffix(track.name);
+    // Returns the mesh balls collide with, when there is one.
+    const SubModel* CheckTrackModels(const LevelTrack& track) {
+        const std::string who = Describe(track);
+        const SubModel* mesh = nullptr;
         if (ReadWell(track.problems, "collisionModel")) {
             const ModelFacts& collision = Model("Media/" + track.collisionModel);
             if (!collision.loaded) {
@@ -169,12 +175,15 @@ private:
             } else if (collision.subModels == 0) {
                 Add(true, track.line, "Track",
                     who + ": collision model " + Quote(track.collisionModel) + " holds no sub-model to collide with");
+            } else {
+                mesh = &collision.first;
             }
         }
         if (ReadWell(track.problems, "renderModel")) {
             const ModelFacts& render = Model("Media/" + track.renderModel);
             if (!render.loaded) Add(true, track.line, "Track", who + ": render model does not load: " + render.error);
         }
+        return mesh;
     }
 
     void CheckObject(const LevelObject& object, bool loadModels) {
@@ -195,6 +204,7 @@ private:
         if (kind->usesRadius && ReadWell(object.problems, "radius") && object.radius <= 0) {
             Add(false, object.line, object.kind, who + ": radius " + Number(object.radius) + " is not above 0");
         }
+        lint::CheckObjectNumbers(object, *kind, problems_);
         if (loadModels) CheckClassModel(object, *kind);
         if (Has(kind->attributes, "mass") && ReadWell(object.problems, "mass") && object.mass <= 0) {
             Add(true, object.line, object.kind,
@@ -276,13 +286,6 @@ private:
     }
 
     void CheckGoals() {
-        for (const LevelObject* goal : goals_) {
-            if (ReadWell(goal->problems, "quota") && goal->quota <= 0) {
-                Add(false, goal->line, goal->kind,
-                    Describe(*goal) + ": quota " + Number(goal->quota) +
-                        " is not above 0, so the level is won at once");
-            }
-        }
         if (goals_.size() < 2) return;
         const LevelObject& last = *goals_.back();
         for (size_t i = 0; i + 1 < goals_.size(); ++i) {
@@ -334,7 +337,12 @@ int RunLint(const std::vector<std::string>& args) {
     // The level is read from where the user is; only the models are looked up under DIR.
     LevelFile file;
     std::string error;
-    if (!ReadLevelFile(levels[0], file, error)) return Print({{true, file.errorLine, file.rootName, error}});
+    if (!ReadLevelFile(levels[0], file, error)) {
+        // A file refused for holding too many elements is still read whole: the linter says how
+        // many along with everything else.
+        const bool tooMany = file.tracks.size() + file.objects.size() > level_limits::kMaxElements;
+        if (!tooMany) return Print({{true, file.errorLine, file.rootName, error}});
+    }
 
     std::vector<Problem> cannotChange;
     if (rootGiven) {

@@ -47,10 +47,11 @@ int main(int argc, char** argv) {
         return Usage(("unknown kind to inspect: " + args[1]).c_str());
     }
     if (args[0] == "bench") {
-        if (args.size() < 2) return Usage("bench needs a kind: physics or level");
+        if (args.size() < 2) return Usage("bench needs a kind: physics, level or soak");
         std::vector<std::string> rest(args.begin() + 2, args.end());
         if (args[1] == "physics") return RunBenchPhysics(rest);
         if (args[1] == "level") return RunBenchLevel(rest);
+        if (args[1] == "soak") return RunBenchSoak(rest);
         return Usage(("unknown kind to bench: " + args[1]).c_str());
     }
     if (args[0] == "simulate") return RunSimulate(std::vector<std::string>(args.begin() + 1, args.end()));
