@@ -73,7 +73,8 @@ TEST(EveryToolCommand, AUsageErrorPrintsNothingOnStandardOutputAndHelpPrintsTheU
              {"inspect texture", "FILE", {"", "a.tga b.tga", "--frobnicate a.tga"}},
              {"inspect model", "FILE", {"", "a.3DS b.3DS", "--frobnicate a.3DS"}},
              {"lint", "LEVEL [--root DIR]", {"", "a b", "a --root", "--frobnicate a", "a --root x --root y"}},
-             {"simulate", "LEVEL [--root DIR]", {"", "a --frames many", "a --seed 1 --seed 2"}}}) {
+             {"simulate", "LEVEL [--root DIR]", {"", "a --frames many", "a --seed 1 --seed 2"}},
+             {"bench soak", "LEVEL [--root DIR]", {"", "a b", "a --seconds ever"}}}) {
         for (const std::string& arguments : c.badArguments) {
             const ToolRun run = Shell(kTool + c.name + " " + arguments + " 2>/dev/null");
             EXPECT_EQ(run.exitCode, 2) << c.name << " " << arguments;
@@ -88,13 +89,25 @@ TEST(EveryToolCommand, AUsageErrorPrintsNothingOnStandardOutputAndHelpPrintsTheU
 // A file name is whatever bytes the shell passes; every command still answers in valid JSON.
 TEST(EveryToolCommand, ReportsAFileNameThatIsNotUtf8AsValidJson) {
     const std::string name = "'no such \xff\xfe file'";
-    for (const std::string command : {"inspect texture", "inspect model", "bench level", "simulate", "lint"}) {
+    for (const std::string command : {"inspect texture", "inspect model", "bench level", "bench soak", "simulate", "lint"}) {
         const ToolRun run = Shell(kTool + command + " \"$(printf " + name + ")\" 2>/dev/null");
         EXPECT_EQ(run.exitCode, 1) << command;
         const json result = json::parse(run.out, nullptr, false);
         ASSERT_FALSE(result.is_discarded()) << command << ": " << run.out;
         EXPECT_NE(result.dump().find("no such \ufffd\ufffd file"), std::string::npos) << command << ": " << run.out;
     }
+}
+
+// The first seconds of the soak: the spawner chain multiplies balls, and nothing goes wrong.
+TEST(BenchSoak, TheSpawnerChainMultipliesBallsWithNothingSwitchedOff) {
+    const ToolRun run =
+        Shell(kTool + "bench soak Media/soak.lvl --seconds 10 --root " + VELLORAN_GAME_DIR " 2>/dev/null");
+    ASSERT_EQ(run.exitCode, 0) << run.out;
+    const json report = json::parse(run.out);
+    EXPECT_EQ(report["frames"], 600);
+    EXPECT_GT(report["peakLiveBalls"].get<int>(), 200);
+    EXPECT_EQ(report["switchedOff"], 0);
+    EXPECT_EQ(report["nonFiniteValues"], 0);
 }
 
 }  // namespace
