@@ -220,9 +220,14 @@ bool MaxModel::Load(const std::string& path) {
         if (bytes.size() > kMaxFileBytes) loadError_ += ", too large for a model";
         return false;
     }
+    return LoadBytes(bytes, path);
+}
+
+bool MaxModel::LoadBytes(std::span<const uint8_t> bytes, const std::string& name) {
+    loadError_.clear();
     MaxReader reader(bytes);
     if (!reader.Read(*this)) {
-        loadError_ = path + ": " + reader.Reason();
+        loadError_ = name + ": " + reader.Reason();
         return false;
     }
     ComputeNormals();

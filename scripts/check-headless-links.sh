@@ -5,7 +5,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${1:-$root/build}
-rooms=(core formats physics resources level objects)
+rooms=(core formats physics resources level objects fuzz)
 # GL covers GLEW, GLU, GLX and GLdispatch; X11 covers X11-xcb.
 forbidden='^lib(GL|OpenGL|EGL|SDL2|openal|X11)'
 

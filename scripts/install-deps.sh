@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages Velloran needs to build, run and test.
+# Installs the Debian 12 packages Velloran needs to build, run, test and fuzz.
 # Idempotent: packages already present are left alone and apt is not touched.
 set -euo pipefail
 
@@ -9,6 +9,8 @@ packages=(
   libbullet-dev libopenal-dev libtinyxml2-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libfreetype-dev fonts-dejavu-core libpng-dev
   xvfb xauth xdotool imagemagick
+  # fuzz.sh: clang, and the libFuzzer and sanitizer runtimes, which clang only recommends.
+  clang libclang-rt-14-dev
 )
 
 missing=()
