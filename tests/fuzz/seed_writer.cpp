@@ -12,6 +12,7 @@
 
 #include "physics/triangle_mesh.h"
 #include "tests/fuzz/wheel_mesh.h"
+#include "tests/support/max_boxes.h"
 #include "tools/mediagen/max_writer.h"
 #include "tools/mediagen/tga_writer.h"
 
@@ -44,15 +45,6 @@ bool WriteMaps(const fs::path& folder) {
     return true;
 }
 
-mediagen::MaxObject Box(const std::string& name, Vector3 low, Vector3 high) {
-    mediagen::MaxObject box{.name = name};
-    for (int i = 0; i < 8; ++i)
-        box.vertices.emplace_back(i & 1 ? high.x : low.x, i & 2 ? high.y : low.y, i & 4 ? high.z : low.z);
-    box.faces = {{0, 2, 1}, {1, 2, 3}, {4, 5, 6}, {5, 7, 6}, {0, 1, 4}, {1, 5, 4},
-                 {2, 6, 3}, {3, 6, 7}, {0, 4, 2}, {2, 4, 6}, {1, 3, 5}, {3, 7, 5}};
-    return box;
-}
-
 bool WriteModels(const fs::path& folder) {
     mediagen::MaxObject square{.name = "square"};
     square.vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}};
@@ -61,10 +53,10 @@ bool WriteModels(const fs::path& folder) {
     // A chunk the reader does not know, inside the mesh, to be skipped.
     square.meshChunks = {{.id = 0x4160, .body = std::vector<uint8_t>(48, 0)}};
     const std::vector<std::pair<std::string, std::vector<mediagen::MaxObject>>> models = {
-        {"box.3DS", {Box("box", {-1, -1, -1}, {1, 1, 1})}},
+        {"box.3DS", {MaxBox("box", {-1, -1, -1}, {1, 1, 1})}},
         {"textured-square.3DS", {square}},
         {"light-then-boxes.3DS",
-         {mediagen::MaxLight("sun", {0, 10, 0}), Box("a", {0, 0, 0}, {1, 1, 1}), Box("b", {2, 0, 0}, {3, 1, 1})}},
+         {mediagen::MaxLight("sun", {0, 10, 0}), MaxBox("a", {0, 0, 0}, {1, 1, 1}), MaxBox("b", {2, 0, 0}, {3, 1, 1})}},
     };
     for (const auto& [name, objects] : models)
         if (!Write(folder / name, mediagen::WriteMaxFile(objects))) return false;
