@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,13 @@ static_assert(sizeof(Vector3) == 12, "vertices are handed on with a stride of 12
 static_assert(sizeof(TexCoord) == 8, "texture coordinates are handed on with a stride of 8 bytes");
 static_assert(sizeof(Triangle) == 12, "triangles are handed on with a stride of 12 bytes");
 
+// What a renderer keeps for one sub-model (its arrays uploaded to the graphics card). It goes
+// with the sub-model, so whatever it holds is freed when the model is destroyed.
+class SubModelDrawData {
+public:
+    virtual ~SubModelDrawData() = default;
+};
+
 // One mesh of a model: its own vertices, indexed from 0 by its own triangles.
 class SubModel {
 public:
@@ -35,7 +43,10 @@ public:
     void AddTexCoord(float u, float v) { texCoords.push_back({u, v}); }
     void AddTriangle(uint32_t a, uint32_t b, uint32_t c) { triangles.push_back({a, b, c}); }
 
+    // How the renderer draws it: 0 one vertex at a time, 1 from the arrays in memory, 2 from
+    // buffers on the graphics card, made on the first draw.
     int renderMode = 1;
+    std::shared_ptr<SubModelDrawData> drawData;  // the renderer's; null until it is drawn
     std::vector<Vector3> vertices;
     std::vector<Vector3> normals;
     std::vector<Vector3> tangents;

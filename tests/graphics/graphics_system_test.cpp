@@ -5,8 +5,13 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "formats/model.h"
 #include "graphics/graphics_system.h"
+#include "graphics/material.h"
+#include "graphics/model_drawing.h"
 #include "graphics/texture.h"
 #include "graphics/window.h"
 #include "resources/resource_manager.h"
@@ -137,6 +142,74 @@ TEST_F(GraphicsSystemTest, TextStandsOnItsLineWithAShadowAndAdvancesByItsSize) {
     graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, "%s", std::string(5000, 'x').c_str());
     graphics->PrintText(0, 0.1f, 1, 1, 1, 0.01f, nullptr);
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
+    graphics->EndFrame();
+}
+
+// A square of side 2 facing +z at the origin, counter-clockwise seen from the front.
+Model Square(int renderMode) {
+    Model model;
+    model.renderMode = renderMode;
+    SubModel& sub = model.AddSubModel();
+    for (auto [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}) {
+        sub.AddVertex(float(x), float(y), 0);
+        sub.AddTexCoord(float(x + 1) / 2, float(y + 1) / 2);
+    }
+    sub.AddTriangle(0, 1, 2);
+    sub.AddTriangle(0, 2, 3);
+    model.ComputeNormals();
+    return model;
+}
+
+// The names of the buffer objects that exist among the first few.
+std::vector<GLuint> LiveBuffers() {
+    std::vector<GLuint> live;
+    for (GLuint name = 1; name < 64; ++name)
+        if (glIsBufferARB(name)) live.push_back(name);
+    return live;
+}
+
+TEST_F(GraphicsSystemTest, ModelsDrawAlikeInEveryModeWithTheirMaterialAndFreeTheirBuffers) {
+    // Without specular: the default shininess is refused, and the highlight would cover all.
+    OGLMaterial red, green;
+    red.SetDiffuse(1, 0, 0);
+    green.SetDiffuse(0, 1, 0);
+    red.SetSpecular(0, 0, 0);
+    green.SetSpecular(0, 0, 0);
+    const std::vector<GLuint> before = LiveBuffers();
+    for (int mode : {0, 1, 2}) {
+        SCOPED_TRACE(mode);
+        Model square = Square(mode);
+        for (Material* material : {static_cast<Material*>(&red), static_cast<Material*>(&green)}) {
+            graphics->BeginFrame();
+            graphics->Begin3D();
+            glTranslatef(0, 0, -5);
+            DrawModel(square, material);
+            const Rgb centre = At(0.5f, 0.5f);
+            if (material == &red) {
+                EXPECT_GT(centre.r, 150);
+                EXPECT_LT(centre.g, 100);
+            } else {
+                EXPECT_GT(centre.g, 150);
+                EXPECT_LT(centre.r, 100) << "each material sets all its colours";
+            }
+            ExpectColour(At(0.05f, 0.05f), {0, 255, 0}, "outside the square: the clear colour");
+            graphics->EndFrame();
+        }
+        EXPECT_EQ(square.GetSubModel(0).renderMode, mode) << "buffer objects exist here";
+        if (mode == 2) {
+            EXPECT_EQ(LiveBuffers().size(), before.size() + 4) << "vertices, normals, coordinates, indices";
+        }
+    }
+    EXPECT_EQ(LiveBuffers(), before) << "a destroyed model leaves no buffer behind";
+
+    // Indices past the vertices are never drawn.
+    Model broken = Square(1);
+    broken.GetSubModel(0).AddTriangle(0, 1, 99);
+    graphics->BeginFrame();
+    graphics->Begin3D();
+    glTranslatef(0, 0, -5);
+    DrawModel(broken, &red);
+    ExpectColour(At(0.5f, 0.5f), {0, 255, 0}, "nothing drawn");
     graphics->EndFrame();
 }
 

@@ -1,0 +1,21 @@
+#include "graphics/material.h"
+
+#include <GL/glew.h>
+
+#include "graphics/texture.h"
+
+void OGLMaterial::Bind() {
+    glMaterialfv(GL_FRONT, GL_AMBIENT, ambient);
+    glMaterialfv(GL_FRONT, GL_DIFFUSE, diffuse);
+    glMaterialfv(GL_FRONT, GL_SPECULAR, specular);
+    glMaterialfv(GL_FRONT, GL_EMISSION, emission);
+    glMaterialf(GL_FRONT, GL_SHININESS, shininess);
+}
+
+void TextureMaterial::Bind() {
+    if (texture) texture->Bind();
+}
+
+void TextureMaterial::Unbind() {
+    if (texture) texture->Unbind();
+}
