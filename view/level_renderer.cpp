@@ -8,6 +8,8 @@
 #include "graphics/texture.h"
 #include "level/level.h"
 #include "resources/resource_manager.h"
+#include "view/object_drawing.h"
+#include "view/sky_drawing.h"
 
 void LevelRenderer::BeginScene(Level& level, float tiltDegrees) {
     graphics.Begin3D();
@@ -16,15 +18,40 @@ void LevelRenderer::BeginScene(Level& level, float tiltDegrees) {
     ApplyCamera(level.GetCamera());
 }
 
-void LevelRenderer::DrawSky(Level&, float) {}
+// Around the camera and turned back by the tilt, so it stays still on screen.
+void LevelRenderer::DrawSky(Level& level, float tiltDegrees) {
+    TextureCUBE* sky = GetCubeTexture(resources, "sky");
+    if (!sky) return;
+    glDisable(GL_LIGHTING);
+    glPushMatrix();
+    const Vector3 eye = level.GetCamera().GetPosition();
+    glTranslatef(eye.x, eye.y, 0);
+    glRotatef(tiltDegrees, 0, 0, 1);
+    DrawSkyCube(*sky);
+    glPopMatrix();
+    glEnable(GL_LIGHTING);
+}
 
-void LevelRenderer::DrawObjects(Level&) {}
+void LevelRenderer::DrawObjects(Level& level) {
+    Texture2D* trackTexture = GetTexture(resources, "intro_t");
+    const float seconds = float(level.CurrentInput().now);
+    // Every model is closed, so faces turned away are never seen.
+    glEnable(GL_CULL_FACE);
+    glCullFace(GL_BACK);
+    // Indexed: drawing never changes the list, but the level's own loop is by index too.
+    const auto& objects = level.GetObjects();
+    for (size_t i = 0; i < objects.size(); ++i) DrawObject(*objects[i], level, looks, trackTexture, seconds);
+    glDisable(GL_CULL_FACE);
+}
 
-void LevelRenderer::DrawParticles(const ParticleSystem&) {}
+void LevelRenderer::DrawParticles(const ParticleSystem& particles) {
+    particleDrawing.Draw(particles, GetTexture(resources, "smoke"));
+}
 
 void LevelRenderer::DrawOverlay(Level& level, float remaining, float textSize) {
     graphics.Begin2D();
-    graphics.PrintText(0, 0.95f, 1, 1, 1, 0.05f, "Quota: %i%% Collect: %i", int(level.GetQuota() * 100),
+    // The quota is taken as stored, so 0.7 (69.99999...) shows 69 %.
+    graphics.PrintText(0, 0.95f, 1, 1, 1, 0.05f, "Quota: %i%% Collect: %i", int(double(level.GetQuota()) * 100),
                        level.GetBallCount() - level.GetCollected());
     graphics.PrintText(0.005f, textSize, 1, 1, 1, textSize, "Time: %.1f", remaining > 0 ? remaining : 0.0f);
 

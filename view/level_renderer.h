@@ -1,14 +1,15 @@
 #pragma once
 #include "level/level_view.h"
+#include "view/object_looks.h"
+#include "view/particle_drawing.h"
 
 class GraphicsSystem;
 class ResourceManager;
 class Texture2D;
 
-// Draws a level in the game window: the turned scene under the level's camera, and over it
-// the quota and time lines and the dialogues that are due. The sky, the object models and
-// the particles are drawn by the scene renderer that later work adds; until then those
-// steps leave the scene as it is.
+// Draws a level in the game window: the scene turned by the tilt under the level's camera,
+// the sky holding still around it, every object in its kind's look, the particles, and over
+// it all the quota and time lines and the dialogues that are due.
 class LevelRenderer : public LevelView {
 public:
     LevelRenderer(GraphicsSystem& graphics, ResourceManager& resources) : graphics(graphics), resources(resources) {}
@@ -24,4 +25,6 @@ private:
 
     GraphicsSystem& graphics;
     ResourceManager& resources;
+    ObjectLooks looks;
+    ParticleDrawing particleDrawing;
 };
