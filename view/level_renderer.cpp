@@ -33,14 +33,14 @@ void LevelRenderer::DrawSky(Level& level, float tiltDegrees) {
 }
 
 void LevelRenderer::DrawObjects(Level& level) {
-    Texture2D* trackTexture = GetTexture(resources, "intro_t");
+    looks.TrackTexture().texture = GetTexture(resources, "intro_t");
     const float seconds = float(level.CurrentInput().now);
     // Every model is closed, so faces turned away are never seen.
     glEnable(GL_CULL_FACE);
     glCullFace(GL_BACK);
     // Indexed: drawing never changes the list, but the level's own loop is by index too.
     const auto& objects = level.GetObjects();
-    for (size_t i = 0; i < objects.size(); ++i) DrawObject(*objects[i], level, looks, trackTexture, seconds);
+    for (size_t i = 0; i < objects.size(); ++i) DrawObject(*objects[i], level, looks, seconds);
     glDisable(GL_CULL_FACE);
 }
 

@@ -24,14 +24,15 @@ void MultiplyPose(const phys::Actor& actor) {
 
 }  // namespace
 
-void DrawObject(GameObject& object, const Level& level, ObjectLooks& looks, Texture* trackTexture, float seconds) {
+void DrawObject(GameObject& object, const Level& level, ObjectLooks& looks, float seconds) {
     Model* model = object.GetModel();
     if (!model) return;
     glPushMatrix();
     bool placed = true;
     if (std::strcmp(object.KindName(), "Track") == 0) {
         // The track's vertices are already where they belong.
-        DrawModel(*model, &looks.Track(), trackTexture);
+        looks.TrackLight().Bind();
+        DrawModel(*model, &looks.TrackTexture());
         glPopMatrix();
         return;
     }

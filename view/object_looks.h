@@ -15,9 +15,12 @@ public:
     // The material for this object in this frame; `seconds` drives the pulses.
     OGLMaterial& For(const GameObject& object, const Level& level, float seconds);
     // Lit white under the track's texture, so the texture shows its own colours.
-    OGLMaterial& Track() { return track; }
+    OGLMaterial& TrackLight() { return track; }
+    // The track's texture, "intro_t", set by the view before each frame's drawing.
+    TextureMaterial& TrackTexture() { return trackTexture; }
 
 private:
+    TextureMaterial trackTexture;
     OGLMaterial track, currentBall, ball, deadBall, bumper, reverseBumper, spawner, peg, turbine, freeTurbine, door,
         entrance, exit, goal, disabled, unknown;
 };
