@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "tools/mediagen/media_error.h"
 
@@ -30,30 +31,45 @@ uint16_t MeshBuilder::Vertex(Vector3 position, float u, float v) {
 
 void MeshBuilder::Lathe(const std::vector<std::vector<Point2>>& strands, int segments, Vector3 centre) {
     for (const std::vector<Point2>& strand : strands) {
-        std::vector<double> along(strand.size(), 0);
-        for (size_t i = 1; i < strand.size(); ++i) {
+        const size_t n = strand.size();
+        const bool closed = n > 3 && strand.front().x == strand.back().x && strand.front().y == strand.back().y;
+        const size_t ringCount = closed ? n - 1 : n;
+        std::vector<double> along(n, 0);
+        for (size_t i = 1; i < n; ++i) {
             along[i] = along[i - 1] + std::hypot(strand[i].x - strand[i - 1].x, strand[i].y - strand[i - 1].y);
         }
         const double length = std::max(along.back(), 1e-9);
 
-        // One extra column closes the seam with its own texture coordinates.
-        std::vector<std::vector<uint16_t>> rings(strand.size());
-        for (size_t i = 0; i < strand.size(); ++i) {
-            for (int s = 0; s <= segments; ++s) {
-                const double angle = 2 * std::numbers::pi * (s % segments) / segments;
-                const double r = strand[i].x;
-                const Vector3 at{float(centre.x + r * std::cos(angle)), float(centre.y + r * std::sin(angle)),
-                                 float(centre.z + strand[i].y)};
-                rings[i].push_back(Vertex(at, float(double(s) / segments), float(along[i] / length)));
+        // One ring of vertices per point, or a single vertex on the axis. Texture coordinates
+        // run out and back (round the axis, and along a closed strand) so that the first and
+        // last columns can be the same vertices, and the normals have no seam.
+        std::vector<std::vector<uint16_t>> rings(ringCount);
+        for (size_t i = 0; i < ringCount; ++i) {
+            const double r = strand[i].x;
+            const float z = float(centre.z + strand[i].y);
+            const float v = float(closed ? 2 * std::min(along[i], length - along[i]) / length : along[i] / length);
+            if (OnAxis(r)) {
+                rings[i].push_back(Vertex({centre.x, centre.y, z}, 0.5f, v));
+                continue;
+            }
+            for (int s = 0; s < segments; ++s) {
+                const double angle = 2 * std::numbers::pi * s / segments;
+                const Vector3 at{float(centre.x + r * std::cos(angle)), float(centre.y + r * std::sin(angle)), z};
+                rings[i].push_back(Vertex(at, float(2.0 * std::min(s, segments - s) / segments), v));
             }
         }
-        for (size_t i = 0; i + 1 < strand.size(); ++i) {
+        auto at = [&](size_t i, int s) {
+            const std::vector<uint16_t>& ring = rings[i % ringCount];
+            return ring.size() == 1 ? ring[0] : ring[size_t(s % segments)];
+        };
+        for (size_t i = 0; i + 1 < n; ++i) {
+            const bool axisHere = OnAxis(strand[i].x), axisNext = OnAxis(strand[i + 1].x);
+            if (axisHere && axisNext) continue;
             for (int s = 0; s < segments; ++s) {
-                const uint16_t a = rings[i][s], b = rings[i][s + 1], c = rings[i + 1][s + 1], d = rings[i + 1][s];
-                if (OnAxis(strand[i].x) && OnAxis(strand[i + 1].x)) continue;
-                if (OnAxis(strand[i].x)) {
+                const uint16_t a = at(i, s), b = at(i, s + 1), c = at(i + 1, s + 1), d = at(i + 1, s);
+                if (axisHere) {
                     Triangle(a, c, d);
-                } else if (OnAxis(strand[i + 1].x)) {
+                } else if (axisNext) {
                     Triangle(a, b, c);
                 } else {
                     Triangle(a, b, c);
@@ -108,9 +124,71 @@ void MeshBuilder::Prism(const std::vector<Point2>& outline, float z0, float z1, 
     }
 }
 
-void MeshBuilder::Box(Vector3 low, Vector3 high, float tile) {
-    const std::vector<Point2> outline{{low.x, low.y}, {high.x, low.y}, {high.x, high.y}, {low.x, high.y}};
-    Prism(outline, low.z, high.z, tile, 1e9);
+void MeshBuilder::BevelledPrism(const std::vector<Point2>& outline, float z0, float z1, float bevel, bool bevelBack,
+                                float tile) {
+    std::vector<Point2> ccw = outline;
+    if (SignedArea2(ccw) < 0) std::reverse(ccw.begin(), ccw.end());
+    const std::vector<Point2> inner = Inset(ccw, bevel);
+    const Triangulation front = Triangulate(inner);
+    const Triangulation back = Triangulate(bevelBack ? inner : ccw);
+    if (front.triangles.empty() || back.triangles.empty()) {
+        throw MediaError("3DS object \"" + object_.name + "\": a bevelled outline cannot be triangulated");
+    }
+
+    // Bands from back to front, each a ring of the outline (or the inset one) at a depth; every
+    // edge of every band is its own flat quad, so each corner and each chamfer is a crease.
+    struct Ring {
+        const std::vector<Point2>* points;
+        float z;
+    };
+    std::vector<Ring> bands;
+    if (bevelBack) bands.push_back({&inner, z0});
+    bands.push_back({&ccw, bevelBack ? z0 + bevel : z0});
+    bands.push_back({&ccw, z1 - bevel});
+    bands.push_back({&inner, z1});
+    const size_t n = ccw.size();
+    for (size_t k = 0; k + 1 < bands.size(); ++k) {
+        const Ring &low = bands[k], &high = bands[k + 1];
+        double travelled = 0;
+        for (size_t e = 0; e < n; ++e) {
+            const size_t f = (e + 1) % n;
+            const double edge = std::hypot(ccw[f].x - ccw[e].x, ccw[f].y - ccw[e].y);
+            const float u0 = float(travelled / tile), u1 = float((travelled + edge) / tile);
+            travelled += edge;
+            auto at = [&](const Ring& ring, size_t i, float u) {
+                const Point2& p = (*ring.points)[i];
+                return Vertex({float(p.x), float(p.y), ring.z}, u, ring.z / tile);
+            };
+            const uint16_t a = at(low, e, u0), b = at(low, f, u1), c = at(high, f, u1), d = at(high, e, u0);
+            Triangle(a, b, c);
+            Triangle(a, c, d);
+        }
+    }
+
+    for (const auto& [cap, z] : {std::pair{&front, z1}, std::pair{&back, z0}}) {
+        std::vector<uint16_t> index;
+        for (const Point2& p : cap->points) index.push_back(Vertex({float(p.x), float(p.y), z}, float(p.x / tile), float(p.y / tile)));
+        for (const auto& t : cap->triangles) {
+            if (cap == &front) {
+                Triangle(index[t[0]], index[t[1]], index[t[2]]);
+            } else {
+                Triangle(index[t[0]], index[t[2]], index[t[1]]);
+            }
+        }
+    }
+}
+
+void MeshBuilder::Box(Vector3 low, Vector3 high, float tile, float bevel) {
+    if (bevel <= 0) {
+        const std::vector<Point2> outline{{low.x, low.y}, {high.x, low.y}, {high.x, high.y}, {low.x, high.y}};
+        Prism(outline, low.z, high.z, tile, 1e9);
+        return;
+    }
+    // The corners cut off along z, then the front and back edges bevelled.
+    const double x0 = low.x, x1 = high.x, y0 = low.y, y1 = high.y, b = bevel;
+    const std::vector<Point2> outline{{x0 + b, y0}, {x1 - b, y0}, {x1, y0 + b}, {x1, y1 - b},
+                                      {x1 - b, y1}, {x0 + b, y1}, {x0, y1 - b}, {x0, y0 + b}};
+    BevelledPrism(outline, low.z, high.z, bevel, true, tile);
 }
 
 void MeshBuilder::FacetedSphere(Vector3 centre, float radius, int splits) {

@@ -124,6 +124,22 @@ std::vector<Point2> SplitEdges(const std::vector<Point2>& outline, double maxLen
     return out;
 }
 
+std::vector<Point2> Inset(const std::vector<Point2>& outline, double distance) {
+    const size_t n = outline.size();
+    std::vector<Point2> inside;
+    for (size_t i = 0; i < n; ++i) {
+        const Point2& a = outline[(i + n - 1) % n];
+        const Point2& b = outline[i];
+        const Point2& c = outline[(i + 1) % n];
+        // The inward normals of the edges before and after b: left of the direction of travel.
+        const double l1 = std::hypot(b.x - a.x, b.y - a.y), l2 = std::hypot(c.x - b.x, c.y - b.y);
+        const Point2 n1{-(b.y - a.y) / l1, (b.x - a.x) / l1}, n2{-(c.y - b.y) / l2, (c.x - b.x) / l2};
+        const double scale = distance / (1 + n1.x * n2.x + n1.y * n2.y);
+        inside.push_back({b.x + (n1.x + n2.x) * scale, b.y + (n1.y + n2.y) * scale});
+    }
+    return inside;
+}
+
 Triangulation Triangulate(const std::vector<Point2>& outline) {
     Triangulation out{outline, {}};
     const size_t n = outline.size();

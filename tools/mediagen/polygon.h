@@ -25,6 +25,10 @@ std::string OutlineProblem(const std::vector<Point2>& outline);
 std::vector<Point2> SplitEdges(const std::vector<Point2>& outline, double maxLength,
                                std::vector<size_t>* cornerAt = nullptr);
 
+// A counter-clockwise outline with every edge moved inwards by `distance`, corners mitred.
+// Only simple again when every feature of the outline is wider than twice the distance.
+std::vector<Point2> Inset(const std::vector<Point2>& outline, double distance);
+
 struct Triangulation {
     std::vector<Point2> points;  // the outline's points, then any points added inside
     std::vector<std::array<size_t, 3>> triangles;  // counter-clockwise

@@ -1,9 +1,12 @@
 #include "tools/mediagen/splash_screens.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/text_layout.h"
+#include "tools/mediagen/texture_noise.h"
 
 namespace mediagen {
 
@@ -13,13 +16,14 @@ namespace {
 constexpr double kWidthScale = 0.75;
 constexpr int kSideMargin = 80;
 
-constexpr Colour kSkyTop{20, 36, 96};
-constexpr Colour kSkyBottom{0, 0, 4};
-constexpr Colour kTitleColour{255, 255, 255};
-constexpr Colour kRuleColour{90, 130, 215};
-constexpr Colour kBodyColour{206, 216, 240};
-constexpr Colour kBoldColour{255, 255, 255};
-constexpr Colour kFooterColour{140, 160, 205};
+// The game's night palette: violet-blue fading to black, gold titles, teal accents.
+constexpr Colour kSkyTop{32, 28, 84};
+constexpr Colour kSkyBottom{4, 4, 16};
+constexpr Colour kTitleColour{255, 204, 104};
+constexpr Colour kRuleColour{70, 200, 215};
+constexpr Colour kBodyColour{232, 230, 244};
+constexpr Colour kBoldColour{255, 222, 148};
+constexpr Colour kFooterColour{120, 192, 204};
 
 struct TextStyle {
     double em;
@@ -58,22 +62,39 @@ void DrawCentred(const Font& font, const std::string& text, int baseline, Covera
     font.Draw(layer, CentredPen(width), baseline, text);
 }
 
-void FillGradient(Picture& picture) {
+// The night sky: the gradient with faint stars, dim enough that text always stands out.
+void FillSky(Picture& picture) {
+    constexpr int kCell = 24;  // at most one star in each square of this many pixels
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {
+            const uint32_t cx = uint32_t(x / kCell), cy = uint32_t(y / kCell);
+            double star = 0;
+            if (Hash(cx, cy, 0, 61) < 0.35) {
+                const double sx = (cx + Hash(cx, cy, 1, 61)) * kCell, sy = (cy + Hash(cx, cy, 2, 61)) * kCell;
+                const double dx = (x + 0.5 - sx) / kWidthScale, dy = y + 0.5 - sy;
+                star = (40 + 90 * Hash(cx, cy, 3, 61)) * std::exp(-(dx * dx + dy * dy) / 1.6);
+            }
             uint8_t* pixel = picture.Pixel(x, y);
             for (int c = 0; c < 3; ++c) {
-                pixel[c] = uint8_t(kSkyTop[c] + (kSkyBottom[c] - kSkyTop[c]) * y / (picture.height - 1));
+                const double sky = kSkyTop[c] + double(kSkyBottom[c] - kSkyTop[c]) * y / (picture.height - 1);
+                pixel[c] = uint8_t(std::lround(std::min(sky + star, 160.0)));
             }
         }
     }
 }
 
+// A line under the title fading out towards its ends, with a small gold diamond in the middle.
 void DrawRule(Picture& picture) {
-    for (int y = kRuleTop; y < kRuleTop + 3; ++y) {
+    const double half = kSplashSize / 4.0, middle = kRuleTop + 1.5;
+    for (int y = kRuleTop - 8; y < kRuleTop + 12; ++y) {
         for (int x = kSplashSize / 4; x < kSplashSize * 3 / 4; ++x) {
+            const double dx = std::abs(x + 0.5 - kSplashSize / 2.0), dy = std::abs(y + 0.5 - middle);
+            const double diamond = std::clamp(9.5 - dx / kWidthScale - dy, 0.0, 1.0);
+            const double line = std::clamp(2 - dy, 0.0, 1.0) * std::clamp(1.6 * (1 - dx / half), 0.0, 1.0);
+            const double ink = std::max(diamond, line);
+            const Colour& colour = diamond >= line ? kTitleColour : kRuleColour;
             uint8_t* pixel = picture.Pixel(x, y);
-            for (int c = 0; c < 3; ++c) pixel[c] = uint8_t(kRuleColour[c]);
+            for (int c = 0; c < 3; ++c) pixel[c] = uint8_t(std::lround(pixel[c] + (colour[c] - pixel[c]) * ink));
         }
     }
 }
@@ -92,7 +113,7 @@ Picture RenderSplash(const SplashSource& source, const SplashFonts& fonts, const
 
     // Drawn top-down as seen on screen; the game shows the last stored row at the top.
     Picture picture(kSplashSize, kSplashSize, 3);
-    FillGradient(picture);
+    FillSky(picture);
     DrawRule(picture);
     BlendLayers(picture, layers, {kTitleColour, kBodyColour, kBoldColour, kFooterColour});
     picture.FlipRows();
