@@ -21,6 +21,9 @@ const char* kUsage =
     "                         frames per second of headless play of LEVEL for 60 game seconds\n"
     "  simulate LEVEL [--root DIR] [--frames N] [--input FILE] [--seed S] [--intro]\n"
     "                         play LEVEL headless at 1/60 s per frame and report what happened\n"
+    "  render LEVEL [--root DIR] [--frames N] [--input FILE] [--seed S] [--intro] [--out FILE.png]\n"
+    "                         play LEVEL as simulate does, drawn as the game draws it, and write\n"
+    "                         the last frame as an 800 x 600 PNG (through velloran-render)\n"
     "  lint LEVEL [--root DIR]\n"
     "                         check LEVEL and the models it uses (found under DIR): errors\n"
     "                         and warnings, each with its line\n"
@@ -55,6 +58,7 @@ int main(int argc, char** argv) {
         return Usage(("unknown kind to bench: " + args[1]).c_str());
     }
     if (args[0] == "simulate") return RunSimulate(std::vector<std::string>(args.begin() + 1, args.end()));
+    if (args[0] == "render") return RunRender(std::vector<std::string>(args.begin() + 1, args.end()));
     if (args[0] == "lint") return RunLint(std::vector<std::string>(args.begin() + 1, args.end()));
     return Usage(("unknown command: " + args[0]).c_str());
 }
