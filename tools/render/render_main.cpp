@@ -14,6 +14,7 @@
 #include "resources/resource_manager.h"
 #include "tools/render/capturing_view.h"
 #include "tools/render/frame_picture.h"
+#include "tools/render/render_bench.h"
 #include "tools/render/loaded_modules.h"
 #include "tools/render/png_file.h"
 #include "tools/render/render_options.h"
@@ -127,6 +128,10 @@ int Render(const RenderOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    if (argc > 1 && std::string(argv[1]) == "bench") {
+        UseOffscreenDriverWithoutDisplay();
+        return RunRenderBench({argv + 2, argv + argc});
+    }
     RenderOptions options;
     if (const std::optional<int> exit = ReadRenderOptions({argv + 1, argv + argc}, options)) return *exit;
     if (!options.root.empty() && chdir(options.root.c_str()) != 0)

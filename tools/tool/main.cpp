@@ -50,11 +50,15 @@ int main(int argc, char** argv) {
         return Usage(("unknown kind to inspect: " + args[1]).c_str());
     }
     if (args[0] == "bench") {
-        if (args.size() < 2) return Usage("bench needs a kind: physics, level or soak");
+        if (args.size() < 2) return Usage("bench needs a kind: physics, level, soak or render");
         std::vector<std::string> rest(args.begin() + 2, args.end());
         if (args[1] == "physics") return RunBenchPhysics(rest);
         if (args[1] == "level") return RunBenchLevel(rest);
         if (args[1] == "soak") return RunBenchSoak(rest);
+        if (args[1] == "render") {
+            rest.insert(rest.begin(), "bench");
+            return RunRender(rest);
+        }
         return Usage(("unknown kind to bench: " + args[1]).c_str());
     }
     if (args[0] == "simulate") return RunSimulate(std::vector<std::string>(args.begin() + 1, args.end()));
