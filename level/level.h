@@ -77,6 +77,9 @@ public:
     int GetBallCount() const { return ballCount; }
     int GetCollected() const { return collected; }
     float GetQuota() const { return quota; }
+    // The quota as the player reads it: the stored value times 100, cut to a whole number,
+    // so a file's 0.7 (stored a hair below) shows 69.
+    int QuotaPercent() const { return int(double(quota) * 100); }
     double GetElapsed() const { return elapsed; }
     double GetDialogueTimer() const { return dialogueTimer; }
     float GetTilt() const { return tilt; }

@@ -50,8 +50,7 @@ void LevelRenderer::DrawParticles(const ParticleSystem& particles) {
 
 void LevelRenderer::DrawOverlay(Level& level, float remaining, float textSize) {
     graphics.Begin2D();
-    // The quota is taken as stored, so 0.7 (69.99999...) shows 69 %.
-    graphics.PrintText(0, 0.95f, 1, 1, 1, 0.05f, "Quota: %i%% Collect: %i", int(double(level.GetQuota()) * 100),
+    graphics.PrintText(0, 0.95f, 1, 1, 1, 0.05f, "Quota: %i%% Collect: %i", level.QuotaPercent(),
                        level.GetBallCount() - level.GetCollected());
     graphics.PrintText(0.005f, textSize, 1, 1, 1, textSize, "Time: %.1f", remaining > 0 ? remaining : 0.0f);
 

@@ -56,6 +56,15 @@ TEST_F(LevelRules, TheQuotaIsRoundedUpOverEveryBallEverAdded) {
     }
 }
 
+// The quota shows as the player reads it: cut from the stored float, not rounded.
+TEST_F(LevelRules, TheQuotaShowsTruncatedFromTheStoredValue) {
+    for (const auto& [quota, shown] : {std::pair{"0.7", 69}, {"0.9", 89}, {"0.5", 50}, {"1", 100}}) {
+        game = std::make_unique<HeadlessGame>(1);
+        ASSERT_TRUE(Load(BallXml("a", 0, 1) + GoalXml(60, 30, quota)));
+        EXPECT_EQ(level().QuotaPercent(), shown) << quota;
+    }
+}
+
 TEST_F(LevelRules, TimeRunsOutAfter180SecondsAndAWinCanStillBeLost) {
     ASSERT_TRUE(Load(BallXml("hero", -50, 1) + GoalXml(60, 30)));
     EXPECT_NEAR(RunUntil([&] { return level().IsLost(); }, 11000), 10800, 1);
