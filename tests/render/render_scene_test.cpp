@@ -38,6 +38,26 @@ protected:
     TempDir dir;
 };
 
+// The current ball is drawn gold and the goal green, each where its position projects.
+TEST_F(GamePicture, TheBallAndTheGoalAppearWhereTheirPositionsProject) {
+    const json report = DrawOwn(R"(<VelloranLevel><Objects>
+<Ball name="hero" x="0" y="0" radius="1" mass="1" health="100"/>
+<Peg name="rest" x="0" y="-1.5" radius="0.5"/>
+<Goal name="goal" x="8" y="6" radius="3" quota="1"/>
+<Ball name="far" x="300" y="0" radius="1" mass="1" health="100"/>
+</Objects></VelloranLevel>)", "--frames 30");
+    const PngPicture picture = Picture();
+    const auto at = [&](const json& object) {
+        EXPECT_FALSE(object["screen"].is_null()) << object;
+        if (object["screen"].is_null()) return Pixel{-1, -1, -1};
+        return MeanAround(picture, float(object["screen"][0].get<double>() / picture.width),
+                          float(object["screen"][1].get<double>() / picture.height));
+    };
+    const Pixel ball = at(Object(report, "hero")), goal = at(Object(report, "goal"));
+    EXPECT_TRUE(ball.r > 150 && ball.r > ball.g && ball.g > ball.b + 40) << ball.r << " " << ball.g << " " << ball.b;
+    EXPECT_TRUE(goal.g > 120 && goal.g > goal.r + 40 && goal.g > goal.b + 20) << goal.r << " " << goal.g << " " << goal.b;
+}
+
 // From far to near: the ball, then the goal from high above, then down towards the ball.
 TEST_F(GamePicture, TheFlyOverFramesTheBallTheGoalAndTheBallAgain) {
     const json start = Draw("Media/intro.lvl", "--intro --frames 60");
