@@ -201,6 +201,7 @@ TEST_F(GraphicsSystemTest, ModelsDrawAlikeInEveryModeWithTheirMaterialAndFreeThe
         }
     }
     EXPECT_EQ(LiveBuffers(), before) << "a destroyed model leaves no buffer behind";
+    EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR)) << "not even the default shininess, which is out of range";
 
     // Indices past the vertices are never drawn.
     Model broken = Square(1);
