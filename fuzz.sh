@@ -17,13 +17,13 @@ if [ $# -gt 1 ] || ! [[ "$seconds" =~ ^[1-9][0-9]*$ ]]; then
   exit 2
 fi
 
-targets=(fuzz_tga fuzz_3ds fuzz_level fuzz_collision_map fuzz_input_script)
+targets=(fuzz_tga fuzz_3ds fuzz_wav fuzz_level fuzz_collision_map fuzz_input_script)
 # The largest input of each target: room for the seeds, small enough that every input stays
 # quick (a level cannot hold more objects than 16 KB describe).
-declare -A max_len=([fuzz_tga]=16384 [fuzz_3ds]=65536 [fuzz_level]=16384 [fuzz_collision_map]=4096
+declare -A max_len=([fuzz_tga]=16384 [fuzz_3ds]=65536 [fuzz_wav]=16384 [fuzz_level]=16384 [fuzz_collision_map]=4096
                     [fuzz_input_script]=4096)
 # The normal build's media that seed each target.
-declare -A media_glob=([fuzz_tga]='*.tga' [fuzz_3ds]='*.3DS' [fuzz_level]='*.lvl')
+declare -A media_glob=([fuzz_tga]='*.tga' [fuzz_3ds]='*.3DS' [fuzz_wav]='*.wav' [fuzz_level]='*.lvl')
 
 "$root/scripts/install-deps.sh"
 
