@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "formats/tga_reader.h"
+#include "formats/wav_reader.h"
 #include "tests/support/files.h"
 #include "tools/mediagen/dialogues.h"
 #include "tools/mediagen/font_sheet.h"
@@ -310,15 +311,24 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIs
           "Bumper.3DS", "ReverseGravityBumper.3DS", "SpawnerBumper.3DS", "Peg.3DS", "turbine1.3DS", "turbine2.3DS",
           "HingedDoor.3DS", "TeleporterEntrance.3DS", "TeleporterExit.3DS", "goal.3DS", "intro_track.3DS",
           "bench_track.3DS", "sky_posx.tga", "sky_negx.tga", "sky_posy.tga", "sky_negy.tga", "sky_posz.tga",
-          "sky_negz.tga", "intro_t.tga", "smoke.tga", "intro.lvl", "bench.lvl", "soak_track.3DS", "soak.lvl"}) {
+          "sky_negz.tga", "intro_t.tga", "smoke.tga", "intro.lvl", "bench.lvl", "soak_track.3DS", "soak.lvl", "claves.wav", "cowbell.wav",
+          "oriental_gong.wav", "comet_1.wav", "audiotrack1.wav"}) {
         EXPECT_EQ(written.count(name), 1u) << name;
     }
-    EXPECT_EQ(written.size(), 34u);
+    EXPECT_EQ(written.size(), 39u);
     for (const auto& [name, depth] : std::vector<std::pair<std::string, std::string>>{
              {"font.tga", "32"}, {"UI_options_splash.tga", "24"}, {"UI_dialogue.tga", "32"},
              {"sky_negz.tga", "24"}, {"intro_t.tga", "24"}, {"smoke.tga", "32"}})
         EXPECT_EQ(LoadedDepth(ReadBytes(first / name)), depth) << name;
     EXPECT_EQ(ReadBytes(first / "intro.lvl"), ReadBytes(kAssets / "levels" / "intro.lvl"));
+    for (const auto& [name, channels] : std::vector<std::pair<std::string, int>>{
+             {"claves.wav", 1}, {"cowbell.wav", 1}, {"oriental_gong.wav", 1}, {"audiotrack1.wav", 2}}) {
+        WavData wav;
+        std::string error;
+        EXPECT_TRUE(ReadWav((first / name).string(), wav, error)) << error;
+        EXPECT_EQ(wav.channels, channels) << name;
+        EXPECT_EQ(wav.bitsPerSample, 16) << name;
+    }
 
     const fs::path ball = second / "ball.3DS";
     WriteText(ball, "damaged");
@@ -326,7 +336,7 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIs
     GenerateMedia(kAssets, second, SystemFonts(), again);
     EXPECT_EQ(ReadBytes(ball), ReadBytes(first / "ball.3DS"));
     EXPECT_EQ(again.str().find("mediagen: wrote Media/ball.3DS ("), 0u) << again.str();
-    EXPECT_NE(again.str().find("mediagen: 33 files already up to date\n"), std::string::npos) << again.str();
+    EXPECT_NE(again.str().find("mediagen: 38 files already up to date\n"), std::string::npos) << again.str();
 }
 
 TEST(MediagenRun, ABadOrMissingInputIsNamedBeforeAnythingIsWritten) {

@@ -1,6 +1,7 @@
 #include "tools/mediagen/media_gen.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -13,9 +14,11 @@
 #include "tools/mediagen/max_writer.h"
 #include "tools/mediagen/media_file.h"
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/sound_synth.h"
 #include "tools/mediagen/splash_screens.h"
 #include "tools/mediagen/tga_writer.h"
 #include "tools/mediagen/track_source.h"
+#include "tools/mediagen/wav_writer.h"
 
 namespace mediagen {
 
@@ -51,6 +54,19 @@ public:
         Write(name, bytes.data(), bytes.size(),
               std::to_string(objects.size()) + (objects.size() == 1 ? " object, " : " objects, ") +
                   std::to_string(vertices) + " vertices, " + std::to_string(faces) + " faces");
+    }
+
+    void Write(const std::string& name, const Sound& sound) {
+        std::vector<uint8_t> bytes;
+        try {
+            bytes = EncodeWav(sound);
+        } catch (const MediaError& e) {
+            throw MediaError((outDir / name).string() + ": " + e.what());
+        }
+        char seconds[32];
+        std::snprintf(seconds, sizeof seconds, "%.2f s", sound.Seconds());
+        Write(name, bytes.data(), bytes.size(),
+              std::string(sound.channels == 1 ? "mono, " : "stereo, ") + std::to_string(sound.rate) + " Hz, " + seconds);
     }
 
     void Write(const std::string& name, const void* data, size_t size, const std::string& what) {
@@ -94,6 +110,11 @@ struct Dialogue {
     SplashSource text;
 };
 
+struct SoundFile {
+    std::string file;
+    SoundSource source;
+};
+
 struct LevelCopy {
     std::string file;
     std::string bytes;
@@ -129,6 +150,11 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
         levels.push_back({source.filename().string(), ReadLevelSource(source)});
     }
 
+    std::vector<SoundFile> sounds;
+    for (const fs::path& source : Sources(assetsDir, "sounds", ".sound")) {
+        sounds.push_back({source.stem().string() + ".wav", ReadSound(source)});
+    }
+
     std::error_code error;
     fs::create_directories(outDir, error);
     if (error) throw MediaError(outDir.string() + ": cannot create folder (" + error.message() + ")");
@@ -152,6 +178,8 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
     }
     media.Write("intro_t.tga", MakeTrackTexture());
     media.Write("smoke.tga", MakeSmokeAtlas());
+
+    for (const SoundFile& sound : sounds) media.Write(sound.file, SynthesizeSound(sound.source));
 
     for (const LevelCopy& level : levels) {
         media.Write(level.file, level.bytes.data(), level.bytes.size(),

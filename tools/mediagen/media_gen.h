@@ -15,7 +15,7 @@ struct FontSet {
 FontSet SystemFonts();
 
 // Writes every file of Media/ from the sources under assetsDir (splashes/, dialogues/, tracks/,
-// levels/) and from code into outDir, creating it if needed, and prints one line per file to
+// levels/, sounds/) and from code into outDir, creating it if needed, and prints one line per file to
 // progress. Every source is read before anything is written. Throws MediaError naming the file
 // at fault (and the line, for a bad source).
 void GenerateMedia(const std::filesystem::path& assetsDir, const std::filesystem::path& outDir,
