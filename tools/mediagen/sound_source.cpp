@@ -11,16 +11,6 @@ namespace mediagen {
 
 namespace {
 
-[[noreturn]] void Fail(const std::string& name, int line, const std::string& reason) {
-    throw MediaError(name + ":" + std::to_string(line) + ": " + reason);
-}
-
-std::string_view Trim(std::string_view text) {
-    const size_t first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
 std::vector<std::string> Words(std::string_view value) {
     std::vector<std::string> words;
     std::istringstream in{std::string(value)};
@@ -39,7 +29,7 @@ class LineReader {
 public:
     LineReader(const std::string& name, const Entry& entry) : name_(name), entry_(entry) {}
 
-    [[noreturn]] void Fail(const std::string& reason) const { mediagen::Fail(name_, entry_.line, reason); }
+    [[noreturn]] void FailAt(const std::string& reason) const { mediagen::FailAt(name_, entry_.line, reason); }
 
     // Locale-free, and the whole word must be the number ("1.5s" is not).
     double Number(const std::string& word, double low, double high) const {
@@ -49,12 +39,12 @@ public:
         double value = 0;
         const auto [stop, error] = std::from_chars(begin, end, value);
         if (error != std::errc() || stop != end || !std::isfinite(value)) {
-            Fail(entry_.key + ": '" + word + "' is not a number");
+            FailAt(entry_.key + ": '" + word + "' is not a number");
         }
         if (value < low || value > high) {
             std::ostringstream range;
             range << entry_.key << ": " << word << " is outside " << low << " to " << high;
-            Fail(range.str());
+            FailAt(range.str());
         }
         return value;
     }
@@ -62,7 +52,7 @@ public:
     std::vector<std::string> Values(size_t least, size_t most) const {
         const std::vector<std::string> words = Words(entry_.value);
         if (words.size() < least || words.size() > most) {
-            Fail(entry_.key + ": expected " + (least == most ? std::to_string(least)
+            FailAt(entry_.key + ": expected " + (least == most ? std::to_string(least)
                                                               : std::to_string(least) + " to " + std::to_string(most)) +
                  " values, found " + std::to_string(words.size()));
         }
@@ -72,7 +62,7 @@ public:
     double One(double low, double high) const { return Number(Values(1, 1)[0], low, high); }
     int Whole(int low, int high) const {
         const double value = One(low, high);
-        if (value != std::floor(value)) Fail(entry_.key + ": expected a whole number, not " + entry_.value);
+        if (value != std::floor(value)) FailAt(entry_.key + ": expected a whole number, not " + entry_.value);
         return int(value);
     }
 
@@ -86,14 +76,14 @@ SoundChord ReadChord(const std::string& word, const LineReader& reader) {
     static const int kSteps[] = {9, 11, 0, 2, 4, 5, 7};  // A B C D E F G
     size_t at = 0;
     const char letter = at < word.size() ? word[at++] : '\0';
-    if (letter < 'A' || letter > 'G') reader.Fail("chords: '" + word + "' is not a chord like A2m or F3");
+    if (letter < 'A' || letter > 'G') reader.FailAt("chords: '" + word + "' is not a chord like A2m or F3");
     int step = kSteps[letter - 'A'];
     if (at < word.size() && (word[at] == '#' || word[at] == 'b')) step += word[at++] == '#' ? 1 : -1;
     SoundChord chord;
     chord.minor = !word.empty() && word.back() == 'm';
     const std::string octave = word.substr(at, word.size() - at - (chord.minor ? 1 : 0));
     if (octave.size() != 1 || octave[0] < '0' || octave[0] > '7') {
-        reader.Fail("chords: '" + word + "' needs an octave from 0 to 7, like A2m");
+        reader.FailAt("chords: '" + word + "' needs an octave from 0 to 7, like A2m");
     }
     chord.root = 12 * (octave[0] - '0' + 1) + step;
     return chord;
@@ -127,7 +117,7 @@ bool ReadHit(SoundSource& sound, const Entry& entry, const LineReader& in) {
         const std::vector<std::string> v = in.Values(3, 4);
         SoundPartial partial{in.Number(v[0], 20, 20000), in.Number(v[1], 0, 10), in.Number(v[2], 0.001, 30)};
         if (v.size() == 4) {
-            if (v[3] != "sine" && v[3] != "square") in.Fail("partial: the wave is sine or square, not '" + v[3] + "'");
+            if (v[3] != "sine" && v[3] != "square") in.FailAt("partial: the wave is sine or square, not '" + v[3] + "'");
             partial.square = v[3] == "square";
         }
         sound.partials.push_back(partial);
@@ -188,11 +178,11 @@ SoundSource ParseSound(std::string_view text, const std::string& name) {
     std::string raw;
     while (std::getline(lines, raw)) {
         ++number;
-        const std::string_view line = Trim(std::string_view(raw).substr(0, raw.find('#')));
+        const std::string_view line = TrimSpace(std::string_view(raw).substr(0, raw.find('#')));
         if (line.empty()) continue;
         const size_t colon = line.find(':');
-        if (colon == std::string_view::npos) Fail(name, number, "expected 'key: value'");
-        entries.push_back({std::string(Trim(line.substr(0, colon))), std::string(Trim(line.substr(colon + 1))), number});
+        if (colon == std::string_view::npos) FailAt(name, number, "expected 'key: value'");
+        entries.push_back({std::string(TrimSpace(line.substr(0, colon))), std::string(TrimSpace(line.substr(colon + 1))), number});
     }
 
     // The kind decides which other keys make sense, so it is read first wherever it stands.
@@ -200,14 +190,14 @@ SoundSource ParseSound(std::string_view text, const std::string& name) {
     int kindLine = 0;
     for (const Entry& entry : entries) {
         if (entry.key != "kind") continue;
-        if (kindLine != 0) Fail(name, entry.line, "kind is already given on line " + std::to_string(kindLine));
+        if (kindLine != 0) FailAt(name, entry.line, "kind is already given on line " + std::to_string(kindLine));
         kindLine = entry.line;
         if (entry.value == "hit") sound.kind = SoundSource::Kind::Hit;
         else if (entry.value == "whoosh") sound.kind = SoundSource::Kind::Whoosh;
         else if (entry.value == "music") sound.kind = SoundSource::Kind::Music;
-        else Fail(name, entry.line, "kind is hit, whoosh or music, not '" + entry.value + "'");
+        else FailAt(name, entry.line, "kind is hit, whoosh or music, not '" + entry.value + "'");
     }
-    if (kindLine == 0) Fail(name, number, "no 'kind:' line");
+    if (kindLine == 0) FailAt(name, number, "no 'kind:' line");
 
     for (const Entry& entry : entries) {
         const LineReader in(name, entry);
@@ -215,17 +205,17 @@ SoundSource ParseSound(std::string_view text, const std::string& name) {
         if (!known && sound.kind == SoundSource::Kind::Hit) known = ReadHit(sound, entry, in);
         if (!known && sound.kind == SoundSource::Kind::Whoosh) known = ReadWhoosh(sound, entry, in);
         if (!known && sound.kind == SoundSource::Kind::Music) known = ReadMusic(sound, entry, in);
-        if (!known) in.Fail("unknown key '" + entry.key + "' (" + KindKeys(sound.kind) + ")");
+        if (!known) in.FailAt("unknown key '" + entry.key + "' (" + KindKeys(sound.kind) + ")");
     }
 
-    if (sound.kind != SoundSource::Kind::Music && sound.length == 0) Fail(name, number, "no 'length:' line");
+    if (sound.kind != SoundSource::Kind::Music && sound.length == 0) FailAt(name, number, "no 'length:' line");
     if (sound.kind == SoundSource::Kind::Hit && sound.partials.empty() && sound.noiseLevel == 0) {
-        Fail(name, number, "a hit needs a 'partial:' or 'noise:' line");
+        FailAt(name, number, "a hit needs a 'partial:' or 'noise:' line");
     }
-    if (sound.kind == SoundSource::Kind::Music && sound.chords.empty()) Fail(name, number, "no 'chords:' line");
+    if (sound.kind == SoundSource::Kind::Music && sound.chords.empty()) FailAt(name, number, "no 'chords:' line");
     const double nyquist = sound.rate / 2.0;
     for (const SoundPartial& partial : sound.partials) {
-        if (partial.frequency >= nyquist) Fail(name, number, "a partial is above half the sample rate");
+        if (partial.frequency >= nyquist) FailAt(name, number, "a partial is above half the sample rate");
     }
     return sound;
 }

@@ -10,20 +10,11 @@ namespace mediagen {
 
 namespace {
 
-std::string Trim(std::string_view text) {
-    const size_t first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    const size_t last = text.find_last_not_of(" \t\r");
-    return std::string(text.substr(first, last - first + 1));
-}
-
-[[noreturn]] void Fail(const std::string& name, int line, const std::string& reason) {
-    throw MediaError(name + ":" + std::to_string(line) + ": " + reason);
-}
+std::string Trim(std::string_view text) { return std::string(TrimSpace(text)); }
 
 void ReadHeaderLine(SplashSource& source, const std::string& line, const std::string& name, int number) {
     const size_t colon = line.find(':');
-    if (colon == std::string::npos) Fail(name, number, "expected 'key: value' before the first blank line");
+    if (colon == std::string::npos) FailAt(name, number, "expected 'key: value' before the first blank line");
     const std::string key = Trim(std::string_view(line).substr(0, colon));
     const std::string value = Trim(std::string_view(line).substr(colon + 1));
     if (key == "title") {
@@ -31,10 +22,10 @@ void ReadHeaderLine(SplashSource& source, const std::string& line, const std::st
     } else if (key == "footer") {
         source.footer = value;
     } else if (key == "align") {
-        if (value != "left" && value != "centre") Fail(name, number, "align must be 'left' or 'centre'");
+        if (value != "left" && value != "centre") FailAt(name, number, "align must be 'left' or 'centre'");
         source.align = value == "left" ? SplashSource::Align::Left : SplashSource::Align::Centre;
     } else {
-        Fail(name, number, "unknown key '" + key + "' (title, footer, align)");
+        FailAt(name, number, "unknown key '" + key + "' (title, footer, align)");
     }
 }
 
@@ -58,11 +49,11 @@ SplashSource ParsePage(std::string_view text, const std::string& name, bool need
             }
             continue;
         }
-        if (std::count(line.begin(), line.end(), '*') % 2 != 0) Fail(name, number, "unpaired '*'");
+        if (std::count(line.begin(), line.end(), '*') % 2 != 0) FailAt(name, number, "unpaired '*'");
         source.body.push_back(line);
     }
-    if (source.title.empty()) Fail(name, number, "no 'title:' line");
-    if (needsFooter && source.footer.empty()) Fail(name, number, "no 'footer:' line");
+    if (source.title.empty()) FailAt(name, number, "no 'title:' line");
+    if (needsFooter && source.footer.empty()) FailAt(name, number, "no 'footer:' line");
     // Gaps at either end of the body would only shift it.
     while (!source.body.empty() && source.body.back().empty()) source.body.pop_back();
     while (!source.body.empty() && source.body.front().empty()) source.body.erase(source.body.begin());

@@ -13,16 +13,6 @@ namespace mediagen {
 
 namespace {
 
-[[noreturn]] void Fail(const std::string& name, int line, const std::string& reason) {
-    throw MediaError(name + ":" + std::to_string(line) + ": " + reason);
-}
-
-std::string_view Trim(std::string_view text) {
-    const size_t first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
 // Reads numbers and commas off a line, locale-free.
 class Cursor {
 public:
@@ -72,8 +62,8 @@ private:
 double ReadDepth(std::string_view value, const std::string& name, int line) {
     Cursor cursor(value);
     double depth = 0;
-    if (!cursor.Number(depth) || !cursor.AtEnd()) Fail(name, line, "depth must be one number, not '" + std::string(value) + "'");
-    if (depth <= 0) Fail(name, line, "depth must be more than 0");
+    if (!cursor.Number(depth) || !cursor.AtEnd()) FailAt(name, line, "depth must be one number, not '" + std::string(value) + "'");
+    if (depth <= 0) FailAt(name, line, "depth must be more than 0");
     return depth;
 }
 
@@ -83,16 +73,16 @@ std::vector<Point2> ReadPiece(std::string_view value, const std::string& name, i
     while (!cursor.AtEnd()) {
         const std::string point = "point " + std::to_string(outline.size() + 1);
         Point2 p;
-        if (!cursor.Number(p.x)) Fail(name, line, point + ": expected x,y but found '" + cursor.Here() + "'");
-        if (!cursor.Comma()) Fail(name, line, point + ": expected a comma after x, found '" + cursor.Here() + "'");
-        if (!cursor.Number(p.y)) Fail(name, line, point + ": expected y after the comma, found '" + cursor.Here() + "'");
+        if (!cursor.Number(p.x)) FailAt(name, line, point + ": expected x,y but found '" + cursor.Here() + "'");
+        if (!cursor.Comma()) FailAt(name, line, point + ": expected a comma after x, found '" + cursor.Here() + "'");
+        if (!cursor.Number(p.y)) FailAt(name, line, point + ": expected y after the comma, found '" + cursor.Here() + "'");
         outline.push_back(p);
     }
     const std::string problem = OutlineProblem(outline);
-    if (!problem.empty()) Fail(name, line, "piece: " + problem);
+    if (!problem.empty()) FailAt(name, line, "piece: " + problem);
     if (SignedArea2(outline) < 0) std::reverse(outline.begin(), outline.end());
     if (Triangulate(SplitEdges(outline, kTrackMaxSide)).triangles.empty()) {
-        Fail(name, line, "piece: the outline is too thin to fill");
+        FailAt(name, line, "piece: the outline is too thin to fill");
     }
     return outline;
 }
@@ -107,24 +97,24 @@ TrackSource ParseTrack(std::string_view text, const std::string& name) {
     std::string raw;
     while (std::getline(lines, raw)) {
         ++number;
-        const std::string_view line = Trim(std::string_view(raw).substr(0, raw.find('#')));
+        const std::string_view line = TrimSpace(std::string_view(raw).substr(0, raw.find('#')));
         if (line.empty()) continue;
         const size_t colon = line.find(':');
-        if (colon == std::string_view::npos) Fail(name, number, "expected 'key: value'");
-        const std::string_view key = Trim(line.substr(0, colon));
-        const std::string_view value = Trim(line.substr(colon + 1));
+        if (colon == std::string_view::npos) FailAt(name, number, "expected 'key: value'");
+        const std::string_view key = TrimSpace(line.substr(0, colon));
+        const std::string_view value = TrimSpace(line.substr(colon + 1));
         if (key == "depth") {
-            if (depthLine != 0) Fail(name, number, "depth is already given on line " + std::to_string(depthLine));
+            if (depthLine != 0) FailAt(name, number, "depth is already given on line " + std::to_string(depthLine));
             source.depth = ReadDepth(value, name, number);
             depthLine = number;
         } else if (key == "piece") {
             source.pieces.push_back(ReadPiece(value, name, number));
         } else {
-            Fail(name, number, "unknown key '" + std::string(key) + "' (depth, piece)");
+            FailAt(name, number, "unknown key '" + std::string(key) + "' (depth, piece)");
         }
     }
-    if (depthLine == 0) Fail(name, number, "no 'depth:' line");
-    if (source.pieces.empty()) Fail(name, number, "no 'piece:' line");
+    if (depthLine == 0) FailAt(name, number, "no 'depth:' line");
+    if (source.pieces.empty()) FailAt(name, number, "no 'piece:' line");
     return source;
 }
 
