@@ -6,6 +6,7 @@
 
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/media_file.h"
+#include "tools/mediagen/source_lines.h"
 
 namespace mediagen {
 
@@ -173,17 +174,9 @@ bool ReadMusic(SoundSource& sound, const Entry& entry, const LineReader& in) {
 
 SoundSource ParseSound(std::string_view text, const std::string& name) {
     std::vector<Entry> entries;
-    int number = 0;
-    std::istringstream lines{std::string(text)};
-    std::string raw;
-    while (std::getline(lines, raw)) {
-        ++number;
-        const std::string_view line = TrimSpace(std::string_view(raw).substr(0, raw.find('#')));
-        if (line.empty()) continue;
-        const size_t colon = line.find(':');
-        if (colon == std::string_view::npos) FailAt(name, number, "expected 'key: value'");
-        entries.push_back({std::string(TrimSpace(line.substr(0, colon))), std::string(TrimSpace(line.substr(colon + 1))), number});
-    }
+    const int number = ForEachKeyValue(text, name, [&](std::string_view key, std::string_view value, int line) {
+        entries.push_back({std::string(key), std::string(value), line});
+    });
 
     // The kind decides which other keys make sense, so it is read first wherever it stands.
     SoundSource sound;

@@ -8,6 +8,7 @@
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/media_file.h"
 #include "tools/mediagen/mesh_builder.h"
+#include "tools/mediagen/source_lines.h"
 
 namespace mediagen {
 
@@ -92,17 +93,7 @@ std::vector<Point2> ReadPiece(std::string_view value, const std::string& name, i
 TrackSource ParseTrack(std::string_view text, const std::string& name) {
     TrackSource source;
     int depthLine = 0;
-    int number = 0;
-    std::istringstream lines{std::string(text)};
-    std::string raw;
-    while (std::getline(lines, raw)) {
-        ++number;
-        const std::string_view line = TrimSpace(std::string_view(raw).substr(0, raw.find('#')));
-        if (line.empty()) continue;
-        const size_t colon = line.find(':');
-        if (colon == std::string_view::npos) FailAt(name, number, "expected 'key: value'");
-        const std::string_view key = TrimSpace(line.substr(0, colon));
-        const std::string_view value = TrimSpace(line.substr(colon + 1));
+    const int lines = ForEachKeyValue(text, name, [&](std::string_view key, std::string_view value, int number) {
         if (key == "depth") {
             if (depthLine != 0) FailAt(name, number, "depth is already given on line " + std::to_string(depthLine));
             source.depth = ReadDepth(value, name, number);
@@ -112,9 +103,9 @@ TrackSource ParseTrack(std::string_view text, const std::string& name) {
         } else {
             FailAt(name, number, "unknown key '" + std::string(key) + "' (depth, piece)");
         }
-    }
-    if (depthLine == 0) FailAt(name, number, "no 'depth:' line");
-    if (source.pieces.empty()) FailAt(name, number, "no 'piece:' line");
+    });
+    if (depthLine == 0) FailAt(name, lines, "no 'depth:' line");
+    if (source.pieces.empty()) FailAt(name, lines, "no 'piece:' line");
     return source;
 }
 
