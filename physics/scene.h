@@ -43,7 +43,10 @@ public:
     virtual void OnTrigger(Actor* trigger, Actor* other, uint32_t status) = 0;
 };
 
-// Two actors that started to touch, and the total normal force between them at that moment.
+// Two actors that started to touch, and how hard they met: the sum of the normal impulses
+// (mass times change of speed) the solver gave the contact in the tick it began. Per tick, not
+// per second, so a blow and a gentle touch differ as they sound: a ball of mass 1 landing at
+// 30 units/s gives about 30-60, one set down gently well under 2.
 struct ContactPair {
     Actor* actors[2];
     Vector3 sumNormalForce;

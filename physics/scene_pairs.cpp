@@ -29,7 +29,7 @@ std::vector<uint64_t> SortedKeys(const Map& map, Pick pick) {
 
 }  // namespace
 
-void ScenePairs::ScanTick(btDispatcher& dispatcher, const Scene& scene, float tick) {
+void ScenePairs::ScanTick(btDispatcher& dispatcher, const Scene& scene) {
     ++tickNumber;
     touchesThisTick.clear();
     const int count = dispatcher.getNumManifolds();
@@ -66,7 +66,7 @@ void ScenePairs::ScanTick(btDispatcher& dispatcher, const Scene& scene, float ti
             const btManifoldPoint& point = manifold->getContactPoint(p);
             ++touch.points;
             touch.pressing |= point.getAppliedImpulse() > 0 || point.getDistance() < 0;
-            touch.force += FromBt(point.m_normalWorldOnB * (point.getAppliedImpulse() / tick));
+            touch.force += FromBt(point.m_normalWorldOnB * point.getAppliedImpulse());
         }
     }
     EndTriggerTick();

@@ -29,7 +29,7 @@ struct PendingReport {
 // which keeps a resting ball from being reported again every time it settles.
 class ScenePairs {
 public:
-    void ScanTick(btDispatcher& dispatcher, const Scene& scene, float tick);
+    void ScanTick(btDispatcher& dispatcher, const Scene& scene);
     // Adds a stay for every occupant that neither came nor went during the step.
     void FinishStep();
     void Forget(const Actor* actor);

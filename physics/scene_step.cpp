@@ -31,7 +31,7 @@ void Scene::Simulate(float dt) {
         for (Joint* joint : joints) joint->BeforeTick(kTick);
         world->stepSimulation(kTick, 0, kTick);
         SwitchOffRunaways();
-        pairs->ScanTick(*dispatcher, *this, kTick);
+        pairs->ScanTick(*dispatcher, *this);
     }
     lastTicks = ticks;
     pairs->FinishStep();
