@@ -41,7 +41,7 @@ bool GameEngine::Init() {
     running = false;
     bool started = false;
     if (window->Create("Velloran", 800, 600) && input->Init(window->Handle())) {
-        if (!sound->Startup(window->Handle())) {
+        if (!sound->Startup(*resources)) {
             platform::ShowMessage("SoundSystem failed t start!");
         } else if (!graphics->Init(window.get(), *resources)) {
             platform::ShowMessage("GraphicsSystem failed to start!");
@@ -63,7 +63,7 @@ bool GameEngine::Init() {
     }
 
     levelView = std::make_unique<LevelRenderer>(*graphics, *resources);
-    levelSounds = std::make_unique<LevelSoundBridge>(*sound);
+    levelSounds = std::make_unique<LevelSoundBridge>(*resources);
     LevelServices services;
     services.physics = physics.get();
     services.random = &random;
@@ -95,6 +95,7 @@ int GameEngine::Run() {
         }
         counter = (counter + 1) % 10000;
         timer->Tick();
+        sound->Advance(timer->FrameTime());
         input->Update();
         Frame();
         if (counter % 3 == 0) sound->Commit();

@@ -1,15 +1,37 @@
 #include "engine/level_sound_bridge.h"
 
-#include "sound/sound_system.h"
+#include "resources/resource_manager.h"
+#include "sound/sound.h"
 
-void LevelSoundBridge::PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) {
-    sound.PlayContactSound(name, position, volume);
+namespace {
+
+// Before the sound system starts the manager's sounds are headless ones, which play nothing.
+SoundSimple* PlainSound(ResourceManager& resources, const std::string& name) {
+    return dynamic_cast<SoundSimple*>(resources.Get(ResourceSound, name));
 }
 
-bool LevelSoundBridge::PlayMusic(const std::string& name, int32_t volume) { return sound.PlayMusic(name, volume); }
+}  // namespace
 
-void LevelSoundBridge::RepeatMusic(int32_t volume) { sound.RepeatMusic(volume); }
+void LevelSoundBridge::PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) {
+    if (auto* sound = dynamic_cast<Sound3D*>(resources.Get(ResourceSound3D, name)))
+        sound->Play(position, Vector3(0, 0, 0), volume);
+}
 
-void LevelSoundBridge::StopMusic() { sound.StopMusic(); }
+bool LevelSoundBridge::PlayMusic(const std::string& name, int32_t volume) {
+    music = PlainSound(resources, name);
+    if (!music) return false;
+    music->Play(volume);
+    return true;
+}
 
-void LevelSoundBridge::PlaySound(const std::string& name, int32_t volume) { sound.PlaySound(name, volume); }
+void LevelSoundBridge::RepeatMusic(int32_t volume) {
+    if (music && music->CountPlaying() == 0) music->Play(volume);
+}
+
+void LevelSoundBridge::StopMusic() {
+    if (music) music->StopAll();
+}
+
+void LevelSoundBridge::PlaySound(const std::string& name, int32_t volume) {
+    if (SoundSimple* sound = PlainSound(resources, name)) sound->Play(volume);
+}

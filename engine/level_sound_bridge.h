@@ -1,12 +1,14 @@
 #pragma once
 #include "level/level_sounds.h"
 
-class SoundSystem;
+class ResourceManager;
+class SoundSimple;
 
-// The level's sounds, played on the game's sound system.
+// The level's sounds, found by name in the resource manager and played on the sound system.
+// A name with no sound (or a sound that does not load) plays nothing.
 class LevelSoundBridge : public LevelSounds {
 public:
-    explicit LevelSoundBridge(SoundSystem& sound) : sound(sound) {}
+    explicit LevelSoundBridge(ResourceManager& resources) : resources(resources) {}
     void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
     bool PlayMusic(const std::string& name, int32_t volume) override;
     void RepeatMusic(int32_t volume) override;
@@ -14,5 +16,6 @@ public:
     void PlaySound(const std::string& name, int32_t volume) override;
 
 private:
-    SoundSystem& sound;
+    ResourceManager& resources;
+    SoundSimple* music = nullptr;
 };

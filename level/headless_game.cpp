@@ -63,6 +63,30 @@ void HeadlessGame::OnSwitchedOff(const GameObject& object, const std::string& re
     switchedOff.push_back({frame, object.GetName(), object.KindName(), reason});
 }
 
+void HeadlessGame::Record(ResourceType type, const std::string& name, int32_t volume, const Vector3& position) {
+    if (voices.Start(type, name, Now())) sounds.push_back({frame, name, volume, type == ResourceSound3D, position});
+}
+
 void HeadlessGame::PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) {
-    sounds.push_back({frame, name, volume, position});
+    Record(ResourceSound3D, name, volume, position);
+}
+
+bool HeadlessGame::PlayMusic(const std::string& name, int32_t volume) {
+    music = resources.Get(ResourceSound, name) ? name : "";
+    if (music.empty()) return false;
+    Record(ResourceSound, music, volume, Vector3(0, 0, 0));
+    return true;
+}
+
+void HeadlessGame::RepeatMusic(int32_t volume) {
+    if (!music.empty() && voices.CountPlaying(ResourceSound, music, Now()) == 0)
+        Record(ResourceSound, music, volume, Vector3(0, 0, 0));
+}
+
+void HeadlessGame::StopMusic() {
+    if (!music.empty()) voices.StopAll(ResourceSound, music);
+}
+
+void HeadlessGame::PlaySound(const std::string& name, int32_t volume) {
+    Record(ResourceSound, name, volume, Vector3(0, 0, 0));
 }

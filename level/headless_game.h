@@ -11,6 +11,7 @@
 #include "level/level.h"
 #include "level/level_sounds.h"
 #include "level/level_view.h"
+#include "level/sound_voices.h"
 #include "physics/physics_system.h"
 #include "resources/resource_manager.h"
 
@@ -23,7 +24,8 @@ struct RecordedSound {
     int frame;
     std::string name;
     int32_t volume;
-    Vector3 position;
+    bool positional;    // a contact sound, placed in the world
+    Vector3 position;   // where, for a positional sound
 };
 
 class HeadlessGame : public LevelObserver, public LevelSounds {
@@ -48,6 +50,7 @@ public:
     std::vector<std::string> errors;
     std::vector<RecordedEvent> events;
     std::vector<RecordedEvent> messages;
+    // Every sound the game would start, in order: contact sounds, the music, the whoosh.
     std::vector<RecordedSound> sounds;
     std::vector<RecordedEvent> switchedOff;  // text: the reason
 
@@ -55,15 +58,23 @@ public:
     void OnMessage(const GameObject& object, const std::string& content) override;
     void OnSwitchedOff(const GameObject& object, const std::string& reason) override;
     void PlayContactSound(const std::string& name, const Vector3& position, int32_t volume) override;
+    bool PlayMusic(const std::string& name, int32_t volume) override;
+    void RepeatMusic(int32_t volume) override;
+    void StopMusic() override;
+    void PlaySound(const std::string& name, int32_t volume) override;
 
 private:
     // The frame a player holding these actions would give: an action is released in the
     // first frame that no longer holds it.
     FrameInput Sample(uint32_t actions);
+    double Now() const { return double(frame) * kFrameTime; }
+    void Record(ResourceType type, const std::string& name, int32_t volume, const Vector3& position);
 
     Random random;
     PhysicsSystem physics;
     ResourceManager resources;
+    SoundVoices voices{resources};
+    std::string music;
     std::unique_ptr<Level> level;
     uint32_t held = 0;
     int frame = 0;

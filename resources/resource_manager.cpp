@@ -6,6 +6,7 @@
 
 #include "resources/image_resource.h"
 #include "resources/path_case.h"
+#include "resources/sound_file.h"
 
 namespace {
 
@@ -21,6 +22,7 @@ ResourceManager::ResourceManager(std::string baseDirectory) : baseDirectory(std:
     AddExtension(ResourceSound3D, ".wav");
     for (int type = 0; type < 4; ++type) AddFolder(ResourceType(type), "media");
     RegisterImageTypes(*this);
+    RegisterSoundFileTypes(*this);
 }
 
 ResourceManager::~ResourceManager() = default;

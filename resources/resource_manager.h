@@ -15,7 +15,8 @@ enum ResourceType { ResourceTexture2D = 0, ResourceTextureCube = 1, ResourceSoun
 class ResourceManager final : public ILoadListener {
 public:
     // A manager rooted at baseDirectory with the standard types, extensions and "media" folders.
-    // Its picture kinds start as the headless ones (resources/image_resource.h).
+    // Its picture and sound kinds start as the headless ones (resources/image_resource.h,
+    // resources/sound_file.h).
     explicit ResourceManager(std::string baseDirectory);
     ~ResourceManager();
     ResourceManager(const ResourceManager&) = delete;

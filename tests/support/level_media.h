@@ -1,13 +1,14 @@
 #pragma once
-// A Media/ folder with what a level needs to load: the fixed textures, a floor track and the
-// turbine wheels (whose models the physics collides with). Other class models are left out:
-// those objects work without them, only unseen.
+// A Media/ folder with what a level needs to load: the fixed textures, a floor track, the
+// turbine wheels (whose models the physics collides with) and short contact sounds. Other class
+// models are left out: those objects work without them, only unseen. There is no music.
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "tests/support/max_boxes.h"
 #include "tests/support/tga_bytes.h"
+#include "tests/support/wav_file.h"
 
 inline void WriteLevelMedia(const std::filesystem::path& root) {
     const std::filesystem::path media = root / "Media";
@@ -27,4 +28,6 @@ inline void WriteLevelMedia(const std::filesystem::path& root) {
                                                       {{-0.25f, -4.5f, -1.5f}, {0.25f, -1, 1.5f}}};
     WriteBytes(media / "turbine1.3DS", mediagen::WriteMaxFile({MaxBoxes("wheel", wheel)}));
     WriteBytes(media / "turbine2.3DS", mediagen::WriteMaxFile({MaxBoxes("wheel", wheel)}));
+    for (const char* sound : {"claves", "cowbell", "oriental_gong"})
+        WriteToneWav(media / (std::string(sound) + ".wav"), 1, 0.05);
 }

@@ -8,6 +8,7 @@
 #include "tests/support/files.h"
 #include "tests/support/tga_bytes.h"
 #include "tests/support/tool_run.h"
+#include "tests/support/wav_file.h"
 #include "tools/mediagen/max_writer.h"
 
 using mediagen::MaxObject;
@@ -64,6 +65,21 @@ TEST(InspectTool, BadFilesAreReportedAsJson) {
     EXPECT_EQ(Inspect("model", dir.File("missing.3DS"), 1)["error"], dir.File("missing.3DS") + ": cannot open file");
 }
 
+TEST(InspectTool, ReportsSoundsWithTheGamesReader) {
+    TempDir dir;
+    WriteBytes(dir.File("tone.wav"), ToneWav(2, 11025, 0.5, 0.5));
+    std::vector<uint8_t> cut = ToneWav(1, 8000, 0.1, 0.5);
+    cut.resize(cut.size() - 100);  // the data chunk still states its whole size
+    WriteBytes(dir.File("cut.wav"), cut);
+    WriteBytes(dir.File("text.wav"), std::vector<uint8_t>{'h', 'e', 'l', 'l', 'o'});
+
+    EXPECT_EQ(Inspect("sound", dir.File("tone.wav"), 0),
+              json::parse(R"({"ok": true, "channels": 2, "sampleRate": 11025, "bitsPerSample": 16, "dataSize": 22048})"));
+    EXPECT_EQ(Inspect("sound", dir.File("cut.wav"), 0)["dataSize"], 1600);
+    EXPECT_EQ(Inspect("sound", dir.File("text.wav"), 1)["ok"], false);
+    EXPECT_EQ(Inspect("sound", dir.File("none.wav"), 1)["error"], dir.File("none.wav") + ": cannot open file");
+}
+
 TEST(EveryToolCommand, AUsageErrorPrintsNothingOnStandardOutputAndHelpPrintsTheUsage) {
     struct Command {
         std::string name, usage;
@@ -72,6 +88,7 @@ TEST(EveryToolCommand, AUsageErrorPrintsNothingOnStandardOutputAndHelpPrintsTheU
     for (const Command& c : std::vector<Command>{
              {"inspect texture", "FILE", {"", "a.tga b.tga", "--frobnicate a.tga"}},
              {"inspect model", "FILE", {"", "a.3DS b.3DS", "--frobnicate a.3DS"}},
+             {"inspect sound", "FILE", {"", "a.wav b.wav", "--frobnicate a.wav"}},
              {"lint", "LEVEL [--root DIR]", {"", "a b", "a --root", "--frobnicate a", "a --root x --root y"}},
              {"simulate", "LEVEL [--root DIR]", {"", "a --frames many", "a --seed 1 --seed 2"}},
              {"bench soak", "LEVEL [--root DIR]", {"", "a b", "a --seconds ever"}}}) {
@@ -89,7 +106,7 @@ TEST(EveryToolCommand, AUsageErrorPrintsNothingOnStandardOutputAndHelpPrintsTheU
 // A file name is whatever bytes the shell passes; every command still answers in valid JSON.
 TEST(EveryToolCommand, ReportsAFileNameThatIsNotUtf8AsValidJson) {
     const std::string name = "'no such \xff\xfe file'";
-    for (const std::string command : {"inspect texture", "inspect model", "bench level", "bench soak", "simulate", "lint"}) {
+    for (const std::string command : {"inspect texture", "inspect model", "inspect sound", "bench level", "bench soak", "simulate", "lint"}) {
         const ToolRun run = Shell(kTool + command + " \"$(printf " + name + ")\" 2>/dev/null");
         EXPECT_EQ(run.exitCode, 1) << command;
         const json result = json::parse(run.out, nullptr, false);

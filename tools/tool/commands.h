@@ -9,6 +9,7 @@ enum ToolExit { ToolOk = 0, ToolBadInput = 1, ToolUsage = 2 };
 // output and returns a ToolExit.
 int RunInspectTexture(const std::vector<std::string>& args);
 int RunInspectModel(const std::vector<std::string>& args);
+int RunInspectSound(const std::vector<std::string>& args);
 int RunBenchPhysics(const std::vector<std::string>& args);
 int RunLint(const std::vector<std::string>& args);
 int RunSimulate(const std::vector<std::string>& args);

@@ -16,6 +16,8 @@ const char* kUsage =
     "                         with the game's own reader: width, height, depth, bytes\n"
     "  inspect model FILE     check a 3DS model with the game's own loader: the counts of\n"
     "                         each sub-model and the bounds of all vertices\n"
+    "  inspect sound FILE     check a WAV sound with the game's own reader: channels, sample\n"
+    "                         rate, bits per sample and data size\n"
     "  bench physics          time the physics step with 100 to 2000 balls in a mesh arena\n"
     "  bench level LEVEL [--root DIR]\n"
     "                         frames per second of headless play of LEVEL for 60 game seconds\n"
@@ -43,10 +45,11 @@ int main(int argc, char** argv) {
     if (args.empty()) return Usage("no command given");
     if (args[0] == "--help" || args[0] == "-h" || args[0] == "help") return Usage(nullptr);
     if (args[0] == "inspect") {
-        if (args.size() < 2) return Usage("inspect needs a kind: texture or model");
+        if (args.size() < 2) return Usage("inspect needs a kind: texture, model or sound");
         std::vector<std::string> rest(args.begin() + 2, args.end());
         if (args[1] == "texture") return RunInspectTexture(rest);
         if (args[1] == "model") return RunInspectModel(rest);
+        if (args[1] == "sound") return RunInspectSound(rest);
         return Usage(("unknown kind to inspect: " + args[1]).c_str());
     }
     if (args[0] == "bench") {

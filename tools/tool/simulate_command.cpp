@@ -35,7 +35,8 @@ const char* kSimulateUsage =
     "A script that cannot be read (a bad line, a file over 1 MiB) gives {\"ok\": false, \"error\": ...}.\n"
     "\n"
     "Prints one JSON object: the outcome, the frames of the win, loss and end, every object's\n"
-    "state, and every event, handled message and contact sound in order, with its frame, and\n"
+    "state, and every event, handled message and sound started in order, with its frame (a sound\n"
+    "with no file, or a ninth copy while eight still sound, starts nothing, as in the game), and\n"
     "every object whose body the physics switched off (its motion stopped being finite).\n";
 
 Json Vec(const Vector3& v) { return Json::array({v.x, v.y, v.z}); }
@@ -68,7 +69,10 @@ Json Records(const std::vector<RecordedEvent>& records, const char* field) {
 Json Sounds(const std::vector<RecordedSound>& sounds) {
     Json list = Json::array();
     for (const RecordedSound& s : sounds)
-        list.push_back({{"frame", s.frame}, {"name", s.name}, {"volume", s.volume}, {"position", Vec(s.position)}});
+        list.push_back({{"frame", s.frame},
+                        {"name", s.name},
+                        {"volume", s.volume},
+                        {"position", s.positional ? Vec(s.position) : Json(nullptr)}});
     return list;
 }
 
