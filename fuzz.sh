@@ -57,7 +57,7 @@ else
   echo "fuzz: no $media (build the game first to seed from its media too); going on without it"
 fi
 mkdir -p "$generated/fuzz_level"
-for f in "$root"/assets/levels/*.lvl; do
+for f in "$root"/assets/levels/*.lvl "$root"/assets/benchmarks/*.lvl; do
   if [ -f "$f" ]; then cp "$f" "$generated/fuzz_level/"; fi
 done
 

@@ -89,12 +89,12 @@ TEST(LintTool, CleanLevelsHaveNoProblemsAndWarningsAloneLeaveALevelOk) {
     EXPECT_EQ(json::parse(run.out), clean);
     // Without --root, LEVEL and the models are both found from where the tool runs.
     EXPECT_EQ(json::parse(Shell("cd " + Quoted(dir.File("")) + " && " + kTool + "clean.xml").out), clean);
-    for (const char* shipped : {"intro.lvl", "bench.lvl"}) {
+    for (const char* shipped : {"intro.lvl", "benchmarks/bench.lvl"}) {
         const std::string path = VELLORAN_GAME_DIR "/Media/" + std::string(shipped);
         EXPECT_EQ(json::parse(Shell(kTool + path + " --root " + VELLORAN_GAME_DIR).out), clean) << shipped;
     }
     // The soak's spawners are oversized on purpose, so their triggers reach the wheel's casing.
-    const json soak = json::parse(Shell(kTool + VELLORAN_GAME_DIR "/Media/soak.lvl --root " VELLORAN_GAME_DIR).out);
+    const json soak = json::parse(Shell(kTool + VELLORAN_GAME_DIR "/Media/benchmarks/soak.lvl --root " VELLORAN_GAME_DIR).out);
     EXPECT_EQ(soak["ok"], true);
     for (const json& problem : soak["problems"])
         EXPECT_NE(problem["message"].get<std::string>().find("radius 10 differs"), std::string::npos) << problem;

@@ -96,7 +96,7 @@ TEST(ShippedLevels, AreLaidOutCleanlyAndTheBenchHoldsEveryKind) {
     EXPECT_EQ(intro.tracks.at(0).collisionModel, "intro_track.3DS");
     CheckLayout(intro);
 
-    const LevelFile bench = Read("bench.lvl");
+    const LevelFile bench = Read("../benchmarks/bench.lvl");
     EXPECT_EQ(bench.tracks.at(0).collisionModel, "bench_track.3DS");
     CheckLayout(bench);
     std::map<std::string, int> census;

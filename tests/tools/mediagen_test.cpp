@@ -296,8 +296,9 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIs
     GenerateMedia(kAssets, second, SystemFonts(), ignored);
 
     std::set<std::string> written;
-    for (const fs::directory_entry& entry : fs::directory_iterator(first)) {
-        const std::string name = entry.path().filename().string();
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(first)) {
+        if (entry.is_directory()) continue;
+        const std::string name = fs::relative(entry.path(), first).string();
         written.insert(name);
         EXPECT_EQ(ReadBytes(entry.path()), ReadBytes(second / name)) << name;
         EXPECT_NE(progress.str().find("mediagen: wrote Media/" + name + " ("), std::string::npos) << name;
@@ -311,11 +312,16 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIs
           "Bumper.3DS", "ReverseGravityBumper.3DS", "SpawnerBumper.3DS", "Peg.3DS", "turbine1.3DS", "turbine2.3DS",
           "HingedDoor.3DS", "TeleporterEntrance.3DS", "TeleporterExit.3DS", "goal.3DS", "intro_track.3DS",
           "bench_track.3DS", "sky_posx.tga", "sky_negx.tga", "sky_posy.tga", "sky_negy.tga", "sky_posz.tga",
-          "sky_negz.tga", "intro_t.tga", "smoke.tga", "intro.lvl", "bench.lvl", "soak_track.3DS", "soak.lvl", "claves.wav", "cowbell.wav",
+          "sky_negz.tga", "intro_t.tga", "smoke.tga", "intro.lvl", "benchmarks/bench.lvl", "soak_track.3DS", "benchmarks/soak.lvl", "claves.wav", "cowbell.wav",
           "oriental_gong.wav", "comet_1.wav", "audiotrack1.wav"}) {
         EXPECT_EQ(written.count(name), 1u) << name;
     }
-    EXPECT_EQ(written.size(), 39u);
+    // One file for each source, and the made ones: the font, twelve class models, six sky faces,
+    // the track texture and the smoke.
+    size_t sources = 0;
+    for (const char* folder : {"splashes", "dialogues", "tracks", "levels", "benchmarks", "sounds"})
+        sources += size_t(std::distance(fs::directory_iterator(kAssets / folder), fs::directory_iterator()));
+    EXPECT_EQ(written.size(), sources + 1 + 12 + 6 + 2);
     for (const auto& [name, depth] : std::vector<std::pair<std::string, std::string>>{
              {"font.tga", "32"}, {"UI_options_splash.tga", "24"}, {"UI_dialogue.tga", "32"},
              {"sky_negz.tga", "24"}, {"intro_t.tga", "24"}, {"smoke.tga", "32"}})

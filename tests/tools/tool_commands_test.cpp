@@ -118,7 +118,7 @@ TEST(EveryToolCommand, ReportsAFileNameThatIsNotUtf8AsValidJson) {
 // The first seconds of the soak: the spawner chain multiplies balls, and nothing goes wrong.
 TEST(BenchSoak, TheSpawnerChainMultipliesBallsWithNothingSwitchedOff) {
     const ToolRun run =
-        Shell(kTool + "bench soak Media/soak.lvl --seconds 10 --root " + VELLORAN_GAME_DIR " 2>/dev/null");
+        Shell(kTool + "bench soak Media/benchmarks/soak.lvl --seconds 10 --root " + VELLORAN_GAME_DIR " 2>/dev/null");
     ASSERT_EQ(run.exitCode, 0) << run.out;
     const json report = json::parse(run.out);
     EXPECT_EQ(report["frames"], 600);

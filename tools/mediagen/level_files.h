@@ -11,6 +11,9 @@ namespace mediagen {
 // Throws MediaError "name:line: reason" for a file the game could not read at all.
 void CheckLevelText(std::string_view text, const std::string& name);
 
+// Media's subfolder for the benchmark levels (assets/benchmarks/).
+inline const std::string kBenchmarkFolder = "benchmarks";
+
 // The file's bytes, checked.
 std::string ReadLevelSource(const std::filesystem::path& path);
 

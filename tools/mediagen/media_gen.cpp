@@ -149,6 +149,10 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
     for (const fs::path& source : Sources(assetsDir, "levels", ".lvl")) {
         levels.push_back({source.filename().string(), ReadLevelSource(source)});
     }
+    // Benchmark levels go to a folder of their own, out of the way of the levels players pick.
+    for (const fs::path& source : Sources(assetsDir, "benchmarks", ".lvl")) {
+        levels.push_back({kBenchmarkFolder + "/" + source.filename().string(), ReadLevelSource(source)});
+    }
 
     std::vector<SoundFile> sounds;
     for (const fs::path& source : Sources(assetsDir, "sounds", ".sound")) {
@@ -156,8 +160,8 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
     }
 
     std::error_code error;
-    fs::create_directories(outDir, error);
-    if (error) throw MediaError(outDir.string() + ": cannot create folder (" + error.message() + ")");
+    fs::create_directories(outDir / kBenchmarkFolder, error);
+    if (error) throw MediaError((outDir / kBenchmarkFolder).string() + ": cannot create folder (" + error.message() + ")");
 
     MediaWriter media(outDir, progress);
     media.Write("font.tga", MakeFontSheet(fonts.mono));

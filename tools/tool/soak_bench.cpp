@@ -24,7 +24,7 @@ const char* kBenchSoakUsage =
     "number of live balls, the mean frame time over the 60 frames after 1,000, 2,000 and 5,000\n"
     "balls are first alive, the process's resident memory at those points and at its peak,\n"
     "the bodies the physics switched off and every non-finite position seen (each second).\n"
-    "A benchmark of this machine, not a test; Media/soak.lvl is made for it.\n";
+    "A benchmark of this machine, not a test; Media/benchmarks/soak.lvl is made for it.\n";
 
 constexpr int kMilestones[] = {1000, 2000, 5000};
 constexpr int kFramesTimed = 60;
