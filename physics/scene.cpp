@@ -240,6 +240,7 @@ TriangleMesh* Scene::CreateTriangleMesh(const Stream& cooked) {
 void Scene::RefreshPlacement(Actor* actor) {
     world->updateSingleAabb(actor->body);
     broadphase->getOverlappingPairCache()->cleanProxyFromPairs(actor->body->getBroadphaseHandle(), dispatcher.get());
+    pairs->Teleported(actor);
 }
 
 }  // namespace phys

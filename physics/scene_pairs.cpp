@@ -77,11 +77,17 @@ void ScenePairs::NoteTrigger(Actor* trigger, Actor* other, bool overlapping) {
     if (!overlapping) return;
     auto [it, added] = occupants.try_emplace(PairKey(trigger, other), Occupant{trigger, other});
     Occupant& occupant = it->second;
-    if (added) {
+    if (added || occupant.teleported) {
         occupant.changed = true;
+        occupant.teleported = false;
         reports.push_back({false, trigger, other, TriggerOnEnter, {0, 0, 0}});
     }
     occupant.lastTick = tickNumber;
+}
+
+void ScenePairs::Teleported(const Actor* actor) {
+    for (auto& [key, occupant] : occupants)
+        if (occupant.other == actor) occupant.teleported = true;
 }
 
 void ScenePairs::EndTriggerTick() {

@@ -33,6 +33,9 @@ public:
     // Adds a stay for every occupant that neither came nor went during the step.
     void FinishStep();
     void Forget(const Actor* actor);
+    // The actor was moved by hand: a trigger it is found in at the next tick sees it enter
+    // anew, as though it had come from outside.
+    void Teleported(const Actor* actor);
     std::vector<PendingReport> TakeReports();
 
 private:
@@ -42,6 +45,7 @@ private:
         uint32_t lastTick = 0;
         bool insideAtStepStart = false;
         bool changed = false;
+        bool teleported = false;  // put here by a teleport: found inside, it enters again
     };
     struct Touch {
         Actor* first;

@@ -86,6 +86,17 @@ TEST_F(Objects, TeleportersFallBackToTheFirstExitThatNamesSomethingAndChooseAtRa
     EXPECT_EQ(arrivals.size(), 2u) << "both exits named out are used";
 }
 
+// Put back inside the entrance by its own exit, the ball enters again: it jumps every step.
+TEST_F(Objects, AnExitInsideItsOwnEntranceSendsTheBallOnAtEveryStep) {
+    ASSERT_TRUE(Load(BallXml("hero", 0, 8) +
+                     R"(<TeleportEntrance name="in" x="0" y="3" radius="3"><Exits><Exit name="out"/></Exits></TeleportEntrance>
+                        <TeleportExit name="out" x="1" y="3" radius="1"/>)"));
+    ASSERT_GE(RunUntil([&] { return Count("Enter") > 0; }, 120), 0);
+    Run(10);
+    EXPECT_GE(Count("Enter"), 10) << "once a step";
+    EXPECT_NEAR(Named("hero")->GetPosition().x, 1.0f, 0.5f);
+}
+
 TEST_F(Objects, DeadBallsAreTeleportedSilently) {
     ASSERT_TRUE(Load(R"(<DeadBall name="lump" x="0" y="8" radius="1" mass="1"/>)" + BallXml("hero", 60, 1) +
                      R"(<TeleportEntrance name="in" x="0" y="3" radius="2"><Exits><Exit name="out"/></Exits></TeleportEntrance>
