@@ -127,4 +127,18 @@ TEST(BenchSoak, TheSpawnerChainMultipliesBallsWithNothingSwitchedOff) {
     EXPECT_EQ(report["nonFiniteValues"], 0);
 }
 
+// The yardstick runs the very scene ours does, wheel and door included, and both keep the balls.
+TEST(BenchPhysics, TheBaselineTakesTurnsOnTheSameSceneWithAWheelAndADoor) {
+    const ToolRun run = Shell(kTool + "bench physics --balls 60 --baseline --joints 2>/dev/null");
+    ASSERT_EQ(run.exitCode, 0) << run.out;
+    const json row = json::parse(run.out)["physics"].at(0);
+    EXPECT_EQ(row["balls"], 60);
+    EXPECT_EQ(row["joints"], true);
+    for (const char* key : {"moving", "settled", "baselineMoving", "baselineSettled", "ratioMoving", "ratioSettled"})
+        EXPECT_GT(row[key].get<double>(), 0.0) << key;
+    const json plain = json::parse(Shell(kTool + "bench physics --balls 60 2>/dev/null").out)["physics"].at(0);
+    EXPECT_EQ(plain["joints"], false);
+    EXPECT_FALSE(plain.contains("ratioMoving"));
+}
+
 }  // namespace
