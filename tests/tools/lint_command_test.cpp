@@ -87,11 +87,13 @@ TEST(LintTool, CleanLevelsHaveNoProblemsAndWarningsAloneLeaveALevelOk) {
     ToolRun run = Shell(kTool + Quoted(level) + " --root " + Quoted(dir.File("")));
     ASSERT_EQ(run.exitCode, 0) << run.out;
     EXPECT_EQ(json::parse(run.out), clean);
-    // Without --root, LEVEL and the models are both found from where the tool runs.
+    // LEVEL and the models are both found from DIR, as simulate finds them, or from where the
+    // tool runs.
+    EXPECT_EQ(json::parse(Shell("cd / && " + kTool + "clean.xml --root " + Quoted(dir.File(""))).out), clean);
     EXPECT_EQ(json::parse(Shell("cd " + Quoted(dir.File("")) + " && " + kTool + "clean.xml").out), clean);
     for (const char* shipped : {"intro.lvl", "benchmarks/bench.lvl"}) {
-        const std::string path = VELLORAN_GAME_DIR "/Media/" + std::string(shipped);
-        EXPECT_EQ(json::parse(Shell(kTool + path + " --root " + VELLORAN_GAME_DIR).out), clean) << shipped;
+        const std::string path = "Media/" + std::string(shipped);
+        EXPECT_EQ(json::parse(Shell("cd / && " + kTool + path + " --root " + VELLORAN_GAME_DIR).out), clean) << shipped;
     }
     // The soak's spawners are oversized on purpose, so their triggers reach the wheel's casing.
     const json soak = json::parse(Shell(kTool + VELLORAN_GAME_DIR "/Media/benchmarks/soak.lvl --root " VELLORAN_GAME_DIR).out);

@@ -32,8 +32,8 @@ using lint::ReadWell;
 const char* kLintUsage =
     "usage: velloran-tool lint LEVEL [--root DIR]\n"
     "\n"
-    "Reads the level file LEVEL with the game's reader, then changes into DIR (default: the\n"
-    "current directory, which holds Media/) to load the models it uses, and prints:\n"
+    "Changes into DIR (default: the current directory, which holds Media/), reads the level\n"
+    "file LEVEL there with the game's reader, loads the models it uses, and prints:\n"
     "  {\"ok\": true|false, \"problems\": [{\"severity\": \"error\"|\"warning\", \"line\": N,\n"
     "   \"element\": \"...\", \"message\": \"...\"}, ...]}\n"
     "Errors break the level; warnings point at things that probably do not do what was meant.\n"
@@ -73,17 +73,16 @@ class Linter {
 public:
     explicit Linter(const LevelFile& file) : file_(file) {}
 
-    std::vector<Problem> Run(bool loadModels) {
+    std::vector<Problem> Run() {
         IndexObjects();
         CheckElementCount();
         std::vector<lint::TrackMesh> meshes;
         for (const LevelTrack& track : file_.tracks) {
             ReportAttributes(track.problems, track.line, "Track", Describe(track));
             lint::CheckTrackNumbers(track, problems_);
-            if (!loadModels) continue;
             if (const SubModel* mesh = CheckTrackModels(track)) meshes.push_back({&track, mesh});
         }
-        for (const LevelObject& object : file_.objects) CheckObject(object, loadModels);
+        for (const LevelObject& object : file_.objects) CheckObject(object);
         CheckGoals();
         lint::CheckPlacement(file_, meshes, problems_);
         std::stable_sort(problems_.begin(), problems_.end(),
@@ -186,7 +185,7 @@ private:
         return mesh;
     }
 
-    void CheckObject(const LevelObject& object, bool loadModels) {
+    void CheckObject(const LevelObject& object) {
         const std::string who = Describe(object);
         ReportAttributes(object.problems, object.line, object.kind, who);
         const ObjectKind* kind = FindObjectKind(object.kind);
@@ -205,7 +204,7 @@ private:
             Add(false, object.line, object.kind, who + ": radius " + Number(object.radius) + " is not above 0");
         }
         lint::CheckObjectNumbers(object, *kind, problems_);
-        if (loadModels) CheckClassModel(object, *kind);
+        CheckClassModel(object, *kind);
         if (Has(kind->attributes, "mass") && ReadWell(object.problems, "mass") && object.mass <= 0) {
             Add(true, object.line, object.kind,
                 who + ": mass " + Number(object.mass) + " is not above 0, so the object gets no body");
@@ -334,7 +333,12 @@ int RunLint(const std::vector<std::string>& args) {
     const std::string root = rootGiven ? parsed.Value("--root") : std::string();
     if (levels.size() != 1) return UsageError(levels.empty() ? "no LEVEL given" : "expected exactly one LEVEL");
 
-    // The level is read from where the user is; only the models are looked up under DIR.
+    // LEVEL is found as simulate and render find it: from inside DIR, where Media/ is.
+    if (rootGiven) {
+        std::error_code failure;
+        std::filesystem::current_path(root, failure);
+        if (failure) return Print({{true, 0, "", "cannot change into " + root + ": " + failure.message()}});
+    }
     LevelFile file;
     std::string error;
     if (!ReadLevelFile(levels[0], file, error)) {
@@ -343,14 +347,6 @@ int RunLint(const std::vector<std::string>& args) {
         const bool tooMany = file.tracks.size() + file.objects.size() > level_limits::kMaxElements;
         if (!tooMany) return Print({{true, file.errorLine, file.rootName, error}});
     }
-
-    std::vector<Problem> cannotChange;
-    if (rootGiven) {
-        std::error_code failure;
-        std::filesystem::current_path(root, failure);
-        if (failure) cannotChange.push_back({true, 0, "", "cannot change into " + root + ": " + failure.message()});
-    }
-    std::vector<Problem> problems = Linter(file).Run(cannotChange.empty());
-    problems.insert(problems.begin(), cannotChange.begin(), cannotChange.end());
+    const std::vector<Problem> problems = Linter(file).Run();
     return Print(problems);
 }
