@@ -20,7 +20,12 @@ HeadlessGame::HeadlessGame(uint32_t seed, const std::string& gameFolder, LevelVi
 
 HeadlessGame::~HeadlessGame() { level.reset(); }
 
-bool HeadlessGame::Load(const std::string& path) { return level->Load(path); }
+// The game follows any failed load with its own message, after whatever the loader showed.
+bool HeadlessGame::Load(const std::string& path) {
+    if (level->Load(path)) return true;
+    errors.push_back("Error loading level");
+    return false;
+}
 
 FrameInput HeadlessGame::Sample(uint32_t actions) {
     FrameInput input;

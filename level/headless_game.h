@@ -37,7 +37,8 @@ public:
     explicit HeadlessGame(uint32_t seed, const std::string& gameFolder = ".", LevelView* view = nullptr);
     ~HeadlessGame() override;
 
-    // False when the level does not load; the messages the game would show are in errors.
+    // False when the level does not load; errors then holds every message the game would show,
+    // the loader's and its closing "Error loading level".
     bool Load(const std::string& path);
     // One frame with these actions held (bit n = action n).
     void PlayFrame(uint32_t actions);

@@ -119,8 +119,9 @@ bool Level::Load(const std::string& path) {
     LevelFile file;
     std::string error;
     const bool read = ReadLevelFile(path, file, error);
-    // A wrong root is only found wrong after the fixed resources, as the game always did.
-    if (!read && file.rootName.empty()) {
+    // Well-formed XML with the wrong root, or none, is only found wrong after the fixed
+    // resources, as the game always did.
+    if (!read && !file.wellFormed) {
         std::fprintf(stderr, "%s\n", error.c_str());
         return false;
     }

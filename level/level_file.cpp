@@ -183,6 +183,7 @@ bool ReadLevelFile(const std::string& path, LevelFile& file, std::string& error)
         error = path + ": " + document.ErrorStr();
         return false;
     }
+    file.wellFormed = true;
     const XMLElement* root = document.RootElement();
     if (!root) {
         error = path + ": holds no element; a level file starts with <VelloranLevel>";

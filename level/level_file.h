@@ -44,6 +44,7 @@ struct LevelObject {
 };
 
 struct LevelFile {
+    bool wellFormed = false;         // the file was read and parsed as XML, whatever it holds
     std::string rootName;            // the document's first element
     int errorLine = 0;               // when reading fails: tinyxml2's error line, or the root's line
     std::string name = "UnnamedLevel";

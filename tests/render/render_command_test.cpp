@@ -28,11 +28,11 @@ TEST_F(RenderCommand, LevelsAndScriptsThatCannotBeReadAreBadInput) {
     EXPECT_EQ(level["ok"], false);
     EXPECT_EQ(level["level"], "broken.lvl");
 
-    // Without its sky the level does not load, and the game's own message is reported.
+    // Without its sky the level does not load, and the game's own messages are reported.
     std::filesystem::remove(dir.File("Media/sky_posx.tga"));
     const json noSky = json::parse(Render("").out, nullptr, false);
     EXPECT_EQ(noSky["ok"], false);
-    EXPECT_EQ(noSky["errors"], json::parse(R"(["Error loading skybox"])"));
+    EXPECT_EQ(noSky["errors"], json::parse(R"(["Error loading skybox", "Error loading level"])"));
 
     WriteText(dir.File("bad.txt"), "0 left\n12 jump\n");
     const ToolRun script = Render("--input " + Quoted(dir.File("bad.txt")));

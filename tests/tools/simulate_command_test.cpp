@@ -108,16 +108,30 @@ TEST_F(SimulateTool, BadInputIsReportedAsJson) {
     EXPECT_EQ(endless.exitCode, 1);
     EXPECT_EQ(json::parse(endless.out)["error"], "/dev/zero: file is larger than 1 MiB");
 
-    WriteText(dir.File("broken.lvl"), "<VelloranLevel><Objects>");
-    const ToolRun broken = Shell(kSimulate + "broken.lvl --root " + Quoted(dir.File("")));
-    EXPECT_EQ(broken.exitCode, 1);
-    EXPECT_EQ(json::parse(broken.out)["ok"], false);
+}
 
-    // Without its sky the level does not load, and the game's own message is reported.
+// Every message the game shows for a level that does not load, in the game's order: the fixed
+// resources are looked up once the file is well-formed, whatever element it holds, or none.
+TEST_F(SimulateTool, AFailedLoadListsEveryMessageTheGameShows) {
+    WriteText(dir.File("broken.lvl"), "<VelloranLevel><Objects>");
+    WriteText(dir.File("wrongroot.lvl"), "<Level/>");
+    WriteText(dir.File("noelement.lvl"), "<?xml version=\"1.0\"?>\n<!-- nothing yet -->\n");
+    const json onlyLevel = json::parse(R"(["Error loading level"])");
+    const json skyFirst = json::parse(R"(["Error loading skybox", "Error loading level"])");
+    for (const char* level : {"broken.lvl", "wrongroot.lvl", "noelement.lvl", "missing.lvl"}) {
+        const ToolRun run = Simulate("", level);
+        EXPECT_EQ(run.exitCode, 1) << level;
+        const json said = json::parse(run.out);
+        EXPECT_EQ(said["ok"], false) << level;
+        EXPECT_EQ(said["errors"], onlyLevel) << level;
+    }
+
     std::filesystem::remove(dir.File("Media/sky_posx.tga"));
-    const json noSky = json::parse(Simulate("").out);
-    EXPECT_EQ(noSky["ok"], false);
-    EXPECT_EQ(noSky["errors"], json::parse(R"(["Error loading skybox"])"));
+    for (const char* level : {"drop.lvl", "wrongroot.lvl", "noelement.lvl"})
+        EXPECT_EQ(json::parse(Simulate("", level).out)["errors"], skyFirst) << level;
+    // A file that is not XML, or not there, fails before any resource is looked up.
+    for (const char* level : {"broken.lvl", "missing.lvl"})
+        EXPECT_EQ(json::parse(Simulate("", level).out)["errors"], onlyLevel) << level;
 }
 
 // Numbers that overflow the physics never reach the report as NaN: impossible bodies are not

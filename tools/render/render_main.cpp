@@ -91,7 +91,6 @@ int Render(const RenderOptions& options) {
 
     // The level is checked before any window is opened: a bad level needs no display.
     if (!game.Load(options.level)) {
-        if (game.errors.empty()) game.errors.push_back("Error loading level");
         PrintJson({{"ok", false}, {"level", options.level}, {"errors", game.errors}});
         return ToolBadInput;
     }

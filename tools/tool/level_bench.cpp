@@ -40,7 +40,6 @@ int RunBenchLevel(const std::vector<std::string>& args) {
     const std::string& path = parsed.positional[0];
     std::fprintf(stderr, "bench level: loading %s\n", path.c_str());
     if (!game.Load(path)) {
-        if (game.errors.empty()) game.errors.push_back("Error loading level");
         for (const std::string& error : game.errors) std::fprintf(stderr, "bench level: %s\n", error.c_str());
         PrintJson({{"ok", false}, {"level", path}, {"errors", game.errors}});
         return ToolBadInput;

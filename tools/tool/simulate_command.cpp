@@ -120,7 +120,6 @@ int RunSimulate(const std::vector<std::string>& args) {
     HeadlessGame game(seed);
     const std::string& path = parsed.positional[0];
     if (!game.Load(path)) {
-        if (game.errors.empty()) game.errors.push_back("Error loading level");
         PrintJson({{"ok", false}, {"level", path}, {"errors", game.errors}});
         return ToolBadInput;
     }

@@ -76,7 +76,6 @@ int RunBenchSoak(const std::vector<std::string>& args) {
     const std::string& path = parsed.positional[0];
     std::fprintf(stderr, "bench soak: loading %s\n", path.c_str());
     if (!game.Load(path)) {
-        if (game.errors.empty()) game.errors.push_back("Error loading level");
         PrintJson({{"ok", false}, {"level", path}, {"errors", game.errors}});
         return ToolBadInput;
     }
