@@ -8,6 +8,7 @@
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/media_file.h"
 #include "tools/mediagen/mesh_builder.h"
+#include "tools/mediagen/piece_thickness.h"
 #include "tools/mediagen/source_lines.h"
 
 namespace mediagen {
@@ -85,6 +86,8 @@ std::vector<Point2> ReadPiece(std::string_view value, const std::string& name, i
     if (Triangulate(SplitEdges(outline, kTrackMaxSide)).triangles.empty()) {
         FailAt(name, line, "piece: the outline is too thin to fill");
     }
+    const std::string thin = ThinPart(outline, kMinPieceThickness);
+    if (!thin.empty()) FailAt(name, line, "piece: " + thin);
     return outline;
 }
 

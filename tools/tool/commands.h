@@ -15,6 +15,7 @@ int RunLint(const std::vector<std::string>& args);
 int RunSimulate(const std::vector<std::string>& args);
 int RunBenchLevel(const std::vector<std::string>& args);
 int RunBenchSoak(const std::vector<std::string>& args);
+int RunTrack(const std::vector<std::string>& args);
 // Runs velloran-render, found beside this program, with these arguments in place of this
 // process; returns only when it cannot be run.
 int RunRender(const std::vector<std::string>& args);

@@ -26,6 +26,8 @@ const char* kUsage =
     "  render LEVEL [--root DIR] [--frames N] [--input FILE] [--seed S] [--intro] [--out FILE.png]\n"
     "                         play LEVEL as simulate does, drawn as the game draws it, and write\n"
     "                         the last frame as an 800 x 600 PNG (through velloran-render)\n"
+    "  track IN.track OUT.3DS build a track outline into the model a level's Track uses,\n"
+    "                         as the shipped tracks are built\n"
     "  lint LEVEL [--root DIR]\n"
     "                         check LEVEL and the models it uses (found under DIR): errors\n"
     "                         and warnings, each with its line\n"
@@ -66,6 +68,7 @@ int main(int argc, char** argv) {
     }
     if (args[0] == "simulate") return RunSimulate(std::vector<std::string>(args.begin() + 1, args.end()));
     if (args[0] == "render") return RunRender(std::vector<std::string>(args.begin() + 1, args.end()));
+    if (args[0] == "track") return RunTrack(std::vector<std::string>(args.begin() + 1, args.end()));
     if (args[0] == "lint") return RunLint(std::vector<std::string>(args.begin() + 1, args.end()));
     return Usage(("unknown command: " + args[0]).c_str());
 }
