@@ -9,6 +9,8 @@ packages=(
   libbullet-dev libopenal-dev libtinyxml2-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev libfreetype-dev fonts-dejavu-core libpng-dev
   xvfb xauth xdotool imagemagick
+  # the schema test of the shipped levels, and designers checking theirs: xmllint.
+  libxml2-utils
   # fuzz.sh: clang, and the libFuzzer and sanitizer runtimes, which clang only recommends.
   clang libclang-rt-14-dev
 )
