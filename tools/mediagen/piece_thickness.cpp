@@ -9,9 +9,10 @@ namespace mediagen {
 
 namespace {
 
-// Keeps the work bounded for outlines with very long edges.
-constexpr double kStep = 0.1;
-constexpr size_t kMaxSamplesPerEdge = 20000;
+// Samples every 0.1 units along the outline, fewer on huge outlines: each sample is tested
+// against every edge, and the work stays under this many tests (about a second).
+constexpr double kFinestStep = 0.1;
+constexpr double kMaxRayTests = 2e8;
 
 // Distance along the ray from `from` in direction `dir` (unit) to segment a-b, or infinity.
 double RayHit(Point2 from, Point2 dir, Point2 a, Point2 b) {
@@ -35,6 +36,10 @@ std::string Number(double value) {
 
 std::string ThinPart(const std::vector<Point2>& outline, double minimum) {
     const size_t n = outline.size();
+    double perimeter = 0;
+    for (size_t i = 0; i < n; ++i)
+        perimeter += std::hypot(outline[(i + 1) % n].x - outline[i].x, outline[(i + 1) % n].y - outline[i].y);
+    const double step = std::max(kFinestStep, perimeter * double(n) / kMaxRayTests);
     double thinnest = std::numeric_limits<double>::infinity();
     Point2 where{};
     size_t edgeAt = 0;
@@ -47,7 +52,7 @@ std::string ThinPart(const std::vector<Point2>& outline, double minimum) {
         std::vector<double> along{length / 2};
         const double first = minimum / 2, last = length - minimum / 2;
         if (last > first) {
-            const size_t count = std::min(kMaxSamplesPerEdge, size_t((last - first) / kStep) + 1);
+            const size_t count = size_t((last - first) / step) + 1;
             for (size_t k = 0; k <= count; ++k) along.push_back(first + (last - first) * double(k) / double(count));
         }
         for (double d : along) {

@@ -69,6 +69,8 @@ double ReadDepth(std::string_view value, const std::string& name, int line) {
     return depth;
 }
 
+constexpr size_t kMaxPiecePoints = 2000;
+
 std::vector<Point2> ReadPiece(std::string_view value, const std::string& name, int line) {
     Cursor cursor(value);
     std::vector<Point2> outline;
@@ -79,6 +81,9 @@ std::vector<Point2> ReadPiece(std::string_view value, const std::string& name, i
         if (!cursor.Comma()) FailAt(name, line, point + ": expected a comma after x, found '" + cursor.Here() + "'");
         if (!cursor.Number(p.y)) FailAt(name, line, point + ": expected y after the comma, found '" + cursor.Here() + "'");
         outline.push_back(p);
+        // The checks below compare every edge with every other: keep them quick.
+        if (outline.size() > kMaxPiecePoints)
+            FailAt(name, line, "piece: more than " + std::to_string(kMaxPiecePoints) + " points; split it into smaller pieces");
     }
     const std::string problem = OutlineProblem(outline);
     if (!problem.empty()) FailAt(name, line, "piece: " + problem);
