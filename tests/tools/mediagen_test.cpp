@@ -342,7 +342,8 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIs
     GenerateMedia(kAssets, second, SystemFonts(), again);
     EXPECT_EQ(ReadBytes(ball), ReadBytes(first / "ball.3DS"));
     EXPECT_EQ(again.str().find("mediagen: wrote Media/ball.3DS ("), 0u) << again.str();
-    EXPECT_NE(again.str().find("mediagen: 38 files already up to date\n"), std::string::npos) << again.str();
+    const std::string upToDate = "mediagen: " + std::to_string(written.size() - 1) + " files already up to date\n";
+    EXPECT_NE(again.str().find(upToDate), std::string::npos) << again.str();
 }
 
 TEST(MediagenRun, ABadOrMissingInputIsNamedBeforeAnythingIsWritten) {
