@@ -9,8 +9,10 @@ build=$(cd "${1:-$root/build}" && pwd)
 export SDL_NO_SIGNAL_HANDLERS=1 VELLORAN_MESSAGES_TO_STDERR=1 LIBGL_ALWAYS_SOFTWARE=1
 failed=0
 count=0
-# The programs CTest knows, not whatever an older build left in the folder.
-programs=$(ctest --test-dir "$build" -N -V | sed -n 's/^[0-9]*: Test command: \([^ ]*\) .*/\1/p' | sort -u)
+# The test programs CTest knows, not whatever an older build left in the folder, nor the
+# checks it runs through a shell (those have no tests to shuffle).
+programs=$(ctest --test-dir "$build" -N -V | sed -n 's/^[0-9]*: Test command: \([^ ]*\) .*/\1/p' | sort -u |
+             grep "^$build/")
 for program in $programs; do
   count=$((count + 1))
   name=${program#"$build"/}
