@@ -1,6 +1,5 @@
 // velloran-tool inspect model FILE: loads a 3DS model the way the game does, without a display,
 // and reports what the game would see.
-#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -25,19 +24,10 @@ int UsageError(const std::string& problem) { return ToolUsageError("inspect mode
 
 // File names need not be UTF-8; the JSON must be.
 Json Bounds(const Model& model) {
-    bool any = false;
-    Vector3 low{0, 0, 0}, high{0, 0, 0};
-    for (const SubModel& sub : model.subModels) {
-        for (const Vector3& v : sub.vertices) {
-            if (!any) {
-                low = high = v;
-                any = true;
-            }
-            low = {std::min(low.x, v.x), std::min(low.y, v.y), std::min(low.z, v.z)};
-            high = {std::max(high.x, v.x), std::max(high.y, v.y), std::max(high.z, v.z)};
-        }
-    }
-    return {{"min", {low.x, low.y, low.z}}, {"max", {high.x, high.y, high.z}}};
+    BoundsJson bounds;
+    for (const SubModel& sub : model.subModels)
+        for (const Vector3& v : sub.vertices) bounds.Add(v);
+    return bounds.ToJson();
 }
 
 }  // namespace

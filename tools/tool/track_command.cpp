@@ -1,6 +1,5 @@
 // velloran-tool track IN.track OUT.3DS: builds a level designer's own track outline into the
 // model the game collides with and draws, by the same code that builds the shipped tracks.
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -29,14 +28,9 @@ const char* kTrackUsage =
     "cannot be read or written prints {\"ok\": false, \"error\": \"...\"} and exits 1.\n";
 
 Json Bounds(const mediagen::MaxObject& object) {
-    Vector3 low{0, 0, 0}, high{0, 0, 0};
-    for (size_t i = 0; i < object.vertices.size(); ++i) {
-        const Vector3& v = object.vertices[i];
-        if (i == 0) low = high = v;
-        low = {std::min(low.x, v.x), std::min(low.y, v.y), std::min(low.z, v.z)};
-        high = {std::max(high.x, v.x), std::max(high.y, v.y), std::max(high.z, v.z)};
-    }
-    return {{"min", {low.x, low.y, low.z}}, {"max", {high.x, high.y, high.z}}};
+    BoundsJson bounds;
+    for (const Vector3& v : object.vertices) bounds.Add(v);
+    return bounds.ToJson();
 }
 
 }  // namespace
