@@ -80,7 +80,8 @@ bool GameEngine::Init() {
 
     BindPlayerKeys(*input);
 
-    menu = std::make_unique<Menu>();
+    if (!chooseLevel) chooseLevel = [this](const std::string& folder) { return BrowseLevels(folder); };
+    menu = std::make_unique<Menu>(*resources, graphics.get(), mediaFolder);
     return true;
 }
 

@@ -72,6 +72,9 @@ private:
     void MenuFrame();
     void IntroFrame();
     void SplashFrame();
+    // The in-game level browser over the menu, run until the player chooses or cancels; its
+    // own turns of the loop take the window's events, the clock, the input and the sound.
+    std::optional<std::string> BrowseLevels(const std::string& folder);
     void DrawStats();
     void LoadFromMenu(const std::string& path);
     FrameInput SampleFrame();
@@ -84,6 +87,9 @@ private:
     Texture2D* quitSplash = nullptr;
     Texture2D* creditsSplash = nullptr;
     Texture2D* optionsSplash = nullptr;
+    // Each splash picture is looked up once, found or not, so a missing one cannot hold the
+    // farewell screen's clock at its first frame.
+    bool quitSplashLookedUp = false, creditsSplashLookedUp = false, optionsSplashLookedUp = false;
     std::unique_ptr<InputSystem> input;
     std::unique_ptr<Window> window;
     std::unique_ptr<GraphicsSystem> graphics;

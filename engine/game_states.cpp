@@ -59,7 +59,14 @@ void GameEngine::LoadFromMenu(const std::string& path) {
 }
 
 void GameEngine::MenuFrame() {
-    MenuChoice choice = menu ? menu->Update() : ChoiceNothing;
+    MenuInput pointer;
+    pointer.now = timer->Now();
+    float cursor[2];
+    input->GetCursor(cursor);
+    pointer.cursorX = cursor[0];
+    pointer.cursorY = cursor[1];
+    pointer.leftDown = input->IsKeyDown(vk::LeftButton);
+    MenuChoice choice = menu ? menu->Update(pointer) : ChoiceNothing;
     float now = float(timer->Now());
     switch (choice) {
     case ChoiceNewGame:
@@ -99,19 +106,23 @@ void GameEngine::MenuFrame() {
 void GameEngine::SplashFrame() {
     const char* name = "UI_options_splash";
     Texture2D** texture = &optionsSplash;
+    bool* lookedUp = &optionsSplashLookedUp;
     float* shownAt = &optionsShownAt;
     if (state == StateCredits) {
         name = "UI_credits_splash";
         texture = &creditsSplash;
+        lookedUp = &creditsSplashLookedUp;
         shownAt = &creditsShownAt;
     } else if (state == StateQuit) {
         name = "UI_quit_splash";
         texture = &quitSplash;
+        lookedUp = &quitSplashLookedUp;
         shownAt = &quitShownAt;
     }
     float now = float(timer->Now());
-    if (!*texture) {
+    if (!*lookedUp) {
         *texture = GetTexture(*resources, name);
+        *lookedUp = true;
         if (state == StateQuit) quitShownAt = now;
     }
 

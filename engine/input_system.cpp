@@ -11,7 +11,11 @@ bool InputSystem::Init(platform::InputSource* inputSource) {
 
 void InputSystem::Update() {
     std::memcpy(previous, current, sizeof current);
-    if (source) source->ReadKeyTable(current);
+    wheel = 0;
+    if (source) {
+        source->ReadKeyTable(current);
+        wheel = source->TakeWheelSteps();
+    }
 }
 
 void InputSystem::BindKey(uint8_t action, uint8_t key) { bindings[action].push_back(key); }
@@ -44,4 +48,14 @@ void InputSystem::GetCursor(float out[2]) const {
     if (width == 0 || height == 0) return;
     out[0] = float(cx - rect.left) / float(width);
     out[1] = 1.0f + float(cy - rect.bottom) / float(height);
+}
+
+void InputSystem::GetClientCursor(float out[2]) const {
+    int x = 0, y = 0, width = 0, height = 0;
+    if (!source || !source->ReadClientCursor(x, y, width, height)) {
+        GetCursor(out);
+        return;
+    }
+    out[0] = float(x) / float(width);
+    out[1] = float(y) / float(height);
 }

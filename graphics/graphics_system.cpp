@@ -149,21 +149,25 @@ void GraphicsSystem::PrintText(float x, float y, float red, float green, float b
     va_start(args, format);
     std::vsnprintf(textBuffer, sizeof textBuffer, format, args);
     va_end(args);
+    PrintPlain(x, y, red, green, blue, size, 0.9f, textBuffer);
+}
 
+void GraphicsSystem::PrintPlain(float x, float y, float red, float green, float blue, float size, float advance,
+                                const char* text) {
     if (font) font->Bind();
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glTexEnvf(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glColor3f(0, 0, 0);
-    DrawText(x + 0.05f * size, y + 0.05f * size, size, textBuffer);
+    DrawText(x + 0.05f * size, y + 0.05f * size, size, text, advance);
     glColor3f(red, green, blue);
-    DrawText(x, y, size, textBuffer);
+    DrawText(x, y, size, text, advance);
     if (font) font->Unbind();
     glColor3f(1, 1, 1);
     glDisable(GL_BLEND);
 }
 
-void GraphicsSystem::DrawText(float x, float y, float size, const char* text) {
+void GraphicsSystem::DrawText(float x, float y, float size, const char* text, float advance) {
     const float lineStart = x;
     const float cell = 1.0f / 16.0f;
     for (const char* p = text; *p; ++p) {
@@ -188,6 +192,6 @@ void GraphicsSystem::DrawText(float x, float y, float size, const char* text) {
             glVertex3f(x, y - size, 0);
             glEnd();
         }
-        x += 0.9f * size;
+        x += advance * size;
     }
 }

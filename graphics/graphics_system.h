@@ -28,9 +28,14 @@ public:
     void PrintText(float x, float y, float red, float green, float blue, float size, const char* format, ...)
         __attribute__((format(printf, 8, 9)));
 
+    // The same for plain text (no format), with each glyph advancing `advance` sizes.
+    void PrintPlain(float x, float y, float red, float green, float blue, float size, float advance,
+                    const char* text);
+
     // Draws text glyph by glyph at the current colour: each glyph stands on line y and reaches
-    // up to y - size; a line break starts again at x one size lower.
-    void DrawText(float x, float y, float size, const char* text);
+    // up to y - size and the next starts `advance` sizes further; a line break starts again at
+    // x one size lower.
+    void DrawText(float x, float y, float size, const char* text, float advance = 0.9f);
 
 private:
     void SetRenderingState();

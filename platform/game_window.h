@@ -32,6 +32,8 @@ public:
 
     void ReadKeyTable(uint8_t table[256]) override;
     void ReadCursor(int& x, int& y, ScreenRect& windowRect) override;
+    bool ReadClientCursor(int& x, int& y, int& width, int& height) override;
+    int TakeWheelSteps() override;
 
     // The X11 window id, for tests that talk to the window from outside; 0 elsewhere.
     unsigned long NativeId() const;
@@ -42,6 +44,7 @@ private:
 
     SDL_Window* window = nullptr;
     uint8_t keyTable[256] = {};
+    int wheelSteps = 0;
     void* glContext = nullptr;
 };
 

@@ -18,6 +18,14 @@ public:
     virtual void ReadKeyTable(uint8_t table[256]) = 0;
     // The cursor and the window's outer rectangle (frame included), both in screen pixels.
     virtual void ReadCursor(int& x, int& y, ScreenRect& windowRect) = 0;
+    // The cursor in pixels of the drawing area (no frame), and that area's size; false when
+    // the source has no window.
+    virtual bool ReadClientCursor(int& x, int& y, int& width, int& height) {
+        x = y = width = height = 0;
+        return false;
+    }
+    // Wheel steps since the last call: positive away from the player (scroll up).
+    virtual int TakeWheelSteps() { return 0; }
 };
 
 }  // namespace platform

@@ -87,6 +87,9 @@ void GameWindow::TrackInput(const SDL_Event& event) {
     case SDL_MOUSEBUTTONUP:
         SetKey(keyTable, MouseKey(event.button.button), event.type == SDL_MOUSEBUTTONDOWN);
         break;
+    case SDL_MOUSEWHEEL:
+        wheelSteps += event.wheel.direction == SDL_MOUSEWHEEL_FLIPPED ? -event.wheel.y : event.wheel.y;
+        break;
     case SDL_WINDOWEVENT:
         // Keys let go while the window was away would otherwise stay down for good.
         if (event.window.event == SDL_WINDOWEVENT_FOCUS_LOST) std::memset(keyTable, 0, sizeof keyTable);
@@ -109,6 +112,18 @@ void GameWindow::ReadCursor(int& x, int& y, ScreenRect& windowRect) {
     x = wx + cx;
     y = wy + cy;
     windowRect = {wx - left, wy - top, wx + w + right, wy + h + bottom};
+}
+
+bool GameWindow::ReadClientCursor(int& x, int& y, int& width, int& height) {
+    SDL_GetMouseState(&x, &y);
+    SDL_GetWindowSize(window, &width, &height);
+    return width > 0 && height > 0;
+}
+
+int GameWindow::TakeWheelSteps() {
+    const int steps = wheelSteps;
+    wheelSteps = 0;
+    return steps;
 }
 
 }  // namespace platform

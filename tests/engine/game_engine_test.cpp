@@ -33,7 +33,7 @@ public:
 
 class ScriptedMenu : public Menu {
 public:
-    MenuChoice Update() override {
+    MenuChoice Update(const MenuInput&) override {
         MenuChoice choice = next;
         next = ChoiceNothing;
         return choice;
