@@ -74,7 +74,7 @@ bool GameEngine::Init() {
     services.showMessage = [](const std::string& text) { platform::ShowMessage(text); };
     level = std::make_unique<Level>(std::move(services));
     if (!CommandLine().empty()) {
-        if (!level->Load(CommandLine())) platform::ShowMessage("Error loading level");
+        LoadLevel(CommandLine());
         state = StatePlaying;
     }
 

@@ -77,6 +77,7 @@ private:
     std::optional<std::string> BrowseLevels(const std::string& folder);
     void DrawStats();
     void LoadFromMenu(const std::string& path);
+    bool LoadLevel(const std::string& path);
     FrameInput SampleFrame();
 
     std::string gameFolder;

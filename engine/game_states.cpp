@@ -1,4 +1,5 @@
 // One frame of the engine's state machine: menu, fly-over, play and the splash screens.
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -52,10 +53,18 @@ void GameEngine::DrawStats() {
 
 // A level chosen from the menu opens with the fly-over; a failed load goes back to the menu.
 void GameEngine::LoadFromMenu(const std::string& path) {
+    if (!LoadLevel(path)) state = StateMenu;
+}
+
+// Says on standard output which level is played, so a player or a test can tell.
+bool GameEngine::LoadLevel(const std::string& path) {
     if (!level->Load(path)) {
         platform::ShowMessage("Error loading level");
-        state = StateMenu;
+        return false;
     }
+    std::printf("velloran: playing \"%s\" from %s\n", level->GetName().c_str(), path.c_str());
+    std::fflush(stdout);
+    return true;
 }
 
 void GameEngine::MenuFrame() {

@@ -1,99 +1,10 @@
 // The real game binary in a real window under Xvfb, driven with real input events.
-#include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <thread>
-#include <vector>
-
-#include "tests/support/files.h"
-#include "tests/support/tool_run.h"
-
-namespace fs = std::filesystem;
-using namespace std::chrono_literals;
+#include "tests/e2e/game_process.h"
 
 namespace {
 
-const std::string kGameFolder = VELLORAN_GAME_DIR;
-const std::string kGame = kGameFolder + "/velloran";
+using namespace e2e;
 const std::string kCloseWindow = CLOSE_WINDOW_PROGRAM;
-
-// Polls every 50 ms until the condition holds or 20 s have passed. For waiting on another
-// process, never as a stand-in for a result.
-bool WaitFor(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + 20s;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return false;
-        std::this_thread::sleep_for(50ms);
-    }
-    return true;
-}
-
-// The game started in a folder, its standard error kept in a file; killed if still running.
-class GameProcess {
-public:
-    GameProcess(const std::string& program, const std::vector<std::string>& arguments, const std::string& folder)
-        : errorFile(fs::temp_directory_path() /
-                    ("velloran-e2e-stderr-" + std::to_string(getpid()) + "-" + std::to_string(rand()))) {
-        pid = fork();
-        if (pid == 0) {
-            if (chdir(folder.c_str()) != 0 || !freopen(errorFile.c_str(), "w", stderr)) _exit(127);
-            std::vector<char*> argv{const_cast<char*>(program.c_str())};
-            for (const auto& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
-            argv.push_back(nullptr);
-            execv(program.c_str(), argv.data());
-            _exit(127);
-        }
-    }
-    ~GameProcess() {
-        if (pid > 0 && exitCode < 0) {
-            kill(pid, SIGKILL);
-            waitpid(pid, nullptr, 0);
-        }
-        fs::remove(errorFile);
-    }
-
-    // The exit status once the process has ended, or -1.
-    int WaitForExit() {
-        if (exitCode < 0)
-            WaitFor([&] {
-                int status = 0;
-                if (waitpid(pid, &status, WNOHANG) != pid) return false;
-                exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-                return true;
-            });
-        return exitCode;
-    }
-    std::string ErrorOutput() const {
-        const std::vector<uint8_t> bytes = ReadBytes(errorFile);
-        return {bytes.begin(), bytes.end()};
-    }
-    // The id of the game's visible window, or "" when none shows.
-    std::string Window() const {
-        std::string id;
-        WaitFor([&] {
-            id = Shell("xdotool search --onlyvisible --pid " + std::to_string(pid) +
-                       " --name '^Velloran$' 2>/dev/null | head -n 1")
-                     .out;
-            while (!id.empty() && (id.back() == '\n' || id.back() == ' ')) id.pop_back();
-            return !id.empty();
-        });
-        return id;
-    }
-
-private:
-    fs::path errorFile;
-    pid_t pid = -1;
-    int exitCode = -1;
-};
 
 // Closing the window the way a window manager would ends the game without an error.
 void ExpectClosingEndsTheGame(GameProcess& game, const std::string& window) {
@@ -101,31 +12,6 @@ void ExpectClosingEndsTheGame(GameProcess& game, const std::string& window) {
     EXPECT_EQ(closing.exitCode, 0) << closing.out;
     EXPECT_EQ(game.WaitForExit(), 0) << game.ErrorOutput();
 }
-
-// Pixels of the X screen in the rectangle that pass the test; -1 when no picture was taken.
-int CountPixels(int x, int y, int w, int h, const std::function<bool(const uint8_t*)>& test) {
-    int width = 0, height = 0;
-    if (std::sscanf(Shell("xdotool getdisplaygeometry 2>/dev/null").out.c_str(), "%d %d", &width, &height) != 2)
-        width = 1024, height = 768;
-    const fs::path file = fs::temp_directory_path() / ("velloran-shot-" + std::to_string(getpid()) + ".rgb");
-    const int status = Shell("import -window root -depth 8 rgb:" + file.string() + " 2>/dev/null").exitCode;
-    const std::vector<uint8_t> rgb = ReadBytes(file);
-    fs::remove(file);
-    if (status != 0 || rgb.size() != size_t(width) * size_t(height) * 3) return -1;
-    int count = 0;
-    for (int row = y; row < std::min(y + h, height); ++row)
-        for (int column = x; column < std::min(x + w, width); ++column)
-            count += test(&rgb[(size_t(row) * size_t(width) + size_t(column)) * 3]);
-    return count;
-}
-
-// White text: every channel at least 200.
-int BrightPixels(int x, int y, int w, int h) {
-    return CountPixels(x, y, w, h, [](const uint8_t* p) { return p[0] >= 200 && p[1] >= 200 && p[2] >= 200; });
-}
-
-// The overlay sits in the top-left corner of the client area.
-int OverlayPixels() { return BrightPixels(0, 0, 300, 90); }
 
 TEST(GameEndToEnd, F1ShowsTheOverlayAndClosingTheWindowEndsTheGame) {
     ASSERT_TRUE(fs::exists(kGameFolder + "/Media/font.tga")) << "the build generates Media";
@@ -135,18 +21,22 @@ TEST(GameEndToEnd, F1ShowsTheOverlayAndClosingTheWindowEndsTheGame) {
     const std::string geometry = Shell("xdotool getwindowgeometry " + window).out;
     EXPECT_NE(geometry.find("800x600"), std::string::npos) << geometry;
 
-    // The menu screen: the clear colour and no overlay yet.
-    ASSERT_TRUE(WaitFor([] {
-        return CountPixels(300, 200, 200, 200, [](const uint8_t* p) { return p[0] < 16 && p[1] > 239 && p[2] < 16; }) >
-               30000;
-    })) << "the window never showed its green clear colour";
-    EXPECT_EQ(OverlayPixels(), 0);
+    // The menu screen: its background covers the clear colour.
+    Xdotool(window, "700 40");
+    Screenshot menu;
+    ASSERT_TRUE(WaitFor([&] {
+        menu = TakeScreenshot();
+        const auto green = [](const uint8_t* p) { return p[0] < 16 && p[1] > 239 && p[2] < 16; };
+        const auto black = [](const uint8_t* p) { return p[0] + p[1] + p[2] < 8; };
+        return menu.Count(0, 0, 800, 600, green) == 0 && menu.Count(0, 0, 800, 600, black) < 100000;
+    })) << "the menu never showed";
 
-    // Keys go to the window under the pointer: Xvfb has no window manager to give focus.
-    Shell("xdotool mousemove --window " + window + " 400 300 key F1");
-    EXPECT_TRUE(WaitFor([] { return OverlayPixels() > 200; })) << "F1 did not show the overlay";
+    // The overlay's white text in the top-left corner comes and goes over the menu.
+    const auto overlay = [&] { return TakeScreenshot().Differing(menu, 0, 0, 300, 90); };
+    Xdotool(window, "700 40 key F1");
+    EXPECT_TRUE(WaitFor([&] { return overlay() > 200; })) << "F1 did not show the overlay";
     Shell("xdotool key F1");
-    EXPECT_TRUE(WaitFor([] { return OverlayPixels() == 0; })) << "a second F1 did not hide it";
+    EXPECT_TRUE(WaitFor([&] { return overlay() < 20; })) << "a second F1 did not hide it";
     ExpectClosingEndsTheGame(game, window);
 }
 

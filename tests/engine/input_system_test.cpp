@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <utility>
 
 #include "level/frame_input.h"
 
@@ -20,9 +21,16 @@ public:
         y = cursorY;
         windowRect = rect;
     }
+    bool ReadClientCursor(int& x, int& y, int& width, int& height) override {
+        x = cursorX - clientLeft, y = cursorY - clientTop, width = clientWidth, height = clientHeight;
+        return clientWidth > 0;
+    }
+    int TakeWheelSteps() override { return std::exchange(wheel, 0); }
     uint8_t keys[256] = {};
     int cursorX = 0, cursorY = 0;
     platform::ScreenRect rect;
+    int clientLeft = 0, clientTop = 0, clientWidth = 0, clientHeight = 0;
+    int wheel = 0;
 };
 
 class InputSystemTest : public ::testing::Test {
@@ -83,6 +91,33 @@ TEST_F(InputSystemTest, CursorIsMeasuredAcrossTheOuterWindowRectangle) {
         EXPECT_FLOAT_EQ(at[0], c.u) << c.x;
         EXPECT_FLOAT_EQ(at[1], c.v) << c.y;
     }
+}
+
+TEST_F(InputSystemTest, PressesWheelAndTheCursorInsideTheFrameAreSampledPerUpdate) {
+    source.keys[kQ] = 0x80;
+    input.Update();
+    EXPECT_TRUE(input.WasKeyPressed(kQ));
+    input.Update();
+    EXPECT_FALSE(input.WasKeyPressed(kQ)) << "held is not pressed again";
+
+    source.wheel = -3;
+    input.Update();
+    EXPECT_EQ(input.WheelSteps(), -3);
+    input.Update();
+    EXPECT_EQ(input.WheelSteps(), 0) << "each step counts in one sample only";
+
+    // A window at (100, 50) with a 20-pixel caption: the drawing area starts 20 lower.
+    source.rect = {100, 50, 900, 670};
+    source.cursorX = 500, source.cursorY = 370;
+    float cursor[2];
+    input.GetClientCursor(cursor);
+    EXPECT_FLOAT_EQ(cursor[0], 0.5f) << "without a drawing area the outer units stand in";
+    source.clientLeft = 100, source.clientTop = 70, source.clientWidth = 800, source.clientHeight = 600;
+    input.GetClientCursor(cursor);
+    EXPECT_FLOAT_EQ(cursor[0], 0.5f);
+    EXPECT_FLOAT_EQ(cursor[1], 0.5f);
+    input.GetCursor(cursor);
+    EXPECT_FLOAT_EQ(cursor[1], 320.0f / 620.0f) << "the outer units count the caption";
 }
 
 }  // namespace
