@@ -29,6 +29,9 @@ protected:
         game = std::make_unique<GameProcess>(program, std::vector<std::string>{}, folder);
         window = game->Window();
         ASSERT_FALSE(window.empty()) << game->ErrorOutput();
+        WaitForMenu();
+    }
+    void WaitForMenu() {
         Xdotool(window, kAway);
         // The New Game button stands on the background once the pictures have loaded.
         ASSERT_TRUE(WaitFor([&] {
@@ -188,6 +191,31 @@ TEST_F(MenuFlow, AMissingFarewellPictureStillLetsThePlayerLeave) {
     std::this_thread::sleep_for(1200ms);
     Click(kAway);
     ExpectExitCode(0);
+}
+
+TEST_F(MenuFlow, AWonLevelShowsItsDialogueAndThenTheMenuComesBack) {
+    // One ball that drops straight into the goal.
+    TempDir folder;
+    WriteText(folder.File("quick.lvl"), R"(<VelloranLevel>
+  <LevelInfo name="Quick Win" description="One ball over the goal."/>
+  <Tracks><Track name="track" x="0" y="0" collisionModel="intro_track.3DS" renderModel="intro_track.3DS"/></Tracks>
+  <Objects>
+    <Ball name="ball" x="-30" y="-22" radius="1" mass="1" health="100"/>
+    <Goal name="goal" x="-30" y="-27" radius="3" quota="1"/>
+  </Objects>
+</VelloranLevel>)");
+    Start();  // a picture of the menu to know it again by
+    CloseWindow();
+    game = std::make_unique<GameProcess>(kGame, std::vector<std::string>{folder.File("quick.lvl")}, kGameFolder);
+    window = game->Window();
+    ASSERT_FALSE(window.empty()) << game->ErrorOutput();
+    ASSERT_TRUE(game->WaitForPlaying("Quick Win")) << game->Output() << game->ErrorOutput();
+    Xdotool(window, kAway);
+    ASSERT_TRUE(WaitFor([&] { return ShowsMenuButtons(TakeScreenshot()); })) << "no menu after the win";
+    // And from there the next game starts as from a fresh menu.
+    Click(kNewGame);
+    EXPECT_TRUE(game->WaitForPlaying("Intro")) << game->Output() << game->ErrorOutput();
+    CloseWindow();
 }
 
 TEST_F(MenuFlow, ClosingTheWindowEndsTheGameWithZeroInEveryState) {
