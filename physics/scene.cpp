@@ -163,6 +163,13 @@ Actor* Scene::CreateActor(const ActorDesc& desc) {
     int flags = body->getCollisionFlags() | btCollisionObject::CF_CUSTOM_MATERIAL_CALLBACK;
     if (desc.trigger) flags |= btCollisionObject::CF_NO_CONTACT_RESPONSE;
     body->setCollisionFlags(flags);
+    if (dynamic && desc.kind == ShapeKind::Sphere) {
+        // A tick carries a ball of 300 units/s its own radius: faster than half that, its path
+        // is swept, so it stops at a wall instead of passing through it between two ticks. The
+        // swept sphere is smaller than the ball, so walls it already rests against do not count.
+        body->setCcdMotionThreshold(desc.radius * 0.5f);
+        body->setCcdSweptSphereRadius(desc.radius * 0.8f);
+    }
     const Material& material = MaterialOf(desc.material);
     body->setFriction(material.dynamicFriction);
     body->setRestitution(material.restitution);
