@@ -24,7 +24,7 @@ constexpr Range kCoordinate{-10000.0f, 10000.0f};  // x and y of tracks and obje
 constexpr Range kRadius{0.1f, 100.0f};
 constexpr Range kMass{0.01f, 10000.0f};
 constexpr Range kHealth{0.0f, 1000000.0f};
-constexpr Range kForce{0.0f, 250.0f};  // bumpers' kick, as an impulse: a ball of mass 1 leaves at `force` units/s
+constexpr Range kForce{0.0f, 1000.0f};  // bumpers' kick, as an impulse: a ball of mass 1 leaves at `force` units/s
 constexpr Range kSpeed{-100.0f, 100.0f};         // driven turbines, radians per second
 constexpr Range kInitialAngle{-360.0f, 360.0f};  // hinged doors, degrees
 constexpr Range kQuota{0.0f, 1.0f};              // a share of every ball the level ever had

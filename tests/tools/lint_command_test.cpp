@@ -245,7 +245,7 @@ TEST(LintTool, WarnsAboutNumbersOutsideThePlayableRanges) {
         {"warning", 7, "Turbine", "y -20000 is outside the playable range -10000 to 10000"},
         {"warning", 7, "Turbine", "speed 1e+06 is outside the playable range -100 to 100"},
         {"warning", 8, "HingedDoor", "initialAngle 720 is outside the playable range -360 to 360"},
-        {"warning", 9, "SpawnerBumper", "force 20000 is outside the playable range 0 to 250"},
+        {"warning", 9, "SpawnerBumper", "force 20000 is outside the playable range 0 to 1000"},
         {"warning", 9, "SpawnerBumper", "count 7 is not 1, 2 or 3, so it makes 3 balls"},
         {"warning", 10, "Goal", "quota 1.5 is above 1, more than every ball the level ever had, so it is never met"},
     });

@@ -34,7 +34,7 @@ void CheckRange(const Source& source, const char* attribute, float value, Range 
 void CheckForce(const Source& source, const LevelObject& object, std::vector<Problem>& problems) {
     if (object.force > 0) {
         CheckRange(source, "force", object.force, level_limits::kForce,
-                   "a ball of mass 1 kicked faster than about 250 units/s can pass through any track wall", problems);
+                   "a ball of mass 1 kicked harder than that crosses a whole level in a few frames", problems);
         return;
     }
     const char* lost = "kicks or raises \"Bump\"";
