@@ -6,6 +6,7 @@
 
 #include "formats/max_model.h"
 #include "graphics/graphics_system.h"
+#include "graphics/material.h"
 #include "graphics/model_drawing.h"
 #include "graphics/texture.h"
 #include "resources/resource_manager.h"
@@ -116,6 +117,15 @@ void Menu::DrawBall(double now) {
     glPushMatrix();
     glTranslatef(1.0f, -0.28f, -5.5f);
     glRotatef(float(std::fmod(now * 5.0, 360.0)), 0, -1, 1);
-    DrawModel(*ballModel);
+    // White, whatever material a level bound last.
+    static OGLMaterial white = [] {
+        OGLMaterial material;
+        material.SetAmbient(0.2f, 0.2f, 0.22f);
+        material.SetDiffuse(0.8f, 0.8f, 0.82f);
+        material.SetSpecular(0.5f, 0.5f, 0.5f);
+        material.shininess = 30;
+        return material;
+    }();
+    DrawModel(*ballModel, &white);
     glPopMatrix();
 }

@@ -17,9 +17,15 @@ constexpr const char* kAway = "700 40";  // over no button
 // The browser's list: rows of 37.2 pixels from y 135; the level files follow ".." and "benchmarks/".
 int RowY(int visibleRow) { return 135 + int(37.2 * (visibleRow + 0.5)); }
 
-// The teal frame down the browser panel's left edge.
-int PanelEdgePixels() {
-    return CountPixels(62, 100, 6, 400, [](const uint8_t* p) { return p[1] > 120 && p[2] > 110 && p[0] < 110; });
+// Rows in which the teal frame down the browser panel's left edge shows (of 400); the menu's
+// buttons cross that line only at their borders.
+int PanelEdgeRows() {
+    const Screenshot shot = TakeScreenshot();
+    if (shot.Empty()) return -1;
+    int rows = 0;
+    for (int y = 100; y < 500; ++y)
+        rows += shot.Count(62, y, 5, 1, [](const uint8_t* p) { return p[1] > 120 && p[2] > 110 && p[0] < 110; }) > 0;
+    return rows;
 }
 
 class MenuFlow : public ::testing::Test {
@@ -47,7 +53,10 @@ protected:
         ExpectExitCode(0);
     }
     bool WaitForBrowser(bool open) {
-        return WaitFor([&] { return open ? PanelEdgePixels() > 300 : PanelEdgePixels() < 50; });
+        return WaitFor([&] {
+            const int rows = PanelEdgeRows();
+            return open ? rows > 350 : rows >= 0 && rows < 150;
+        });
     }
     // Whether the first two buttons (never under the cursor when it goes for the others)
     // stand where they were when the menu showed.

@@ -19,6 +19,7 @@
 #include "tools/mediagen/level_textures.h"
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/media_gen.h"
+#include "tools/mediagen/menu_art.h"
 #include "tools/mediagen/splash_screens.h"
 #include "tools/mediagen/tga_writer.h"
 
@@ -313,15 +314,18 @@ TEST(MediagenRun, WritesEveryFileByteForByteTheSameEachTimeAndRewritesOnlyWhatIs
           "HingedDoor.3DS", "TeleporterEntrance.3DS", "TeleporterExit.3DS", "goal.3DS", "intro_track.3DS",
           "bench_track.3DS", "sky_posx.tga", "sky_negx.tga", "sky_posy.tga", "sky_negy.tga", "sky_posz.tga",
           "sky_negz.tga", "intro_t.tga", "smoke.tga", "intro.lvl", "benchmarks/bench.lvl", "soak_track.3DS", "benchmarks/soak.lvl", "claves.wav", "cowbell.wav",
-          "oriental_gong.wav", "comet_1.wav", "audiotrack1.wav"}) {
+          "oriental_gong.wav", "comet_1.wav", "audiotrack1.wav", "UI_back.tga", "UI_bg_rings.tga", "UI_newgame.tga",
+          "UI_newgame_hover.tga", "UI_levelselect.tga", "UI_levelselect_hover.tga", "UI_options.tga",
+          "UI_options_hover.tga", "UI_credits.tga", "UI_credits_hover.tga", "UI_quit.tga", "UI_quit_hover.tga"}) {
         EXPECT_EQ(written.count(name), 1u) << name;
     }
     // One file for each source, and the made ones: the font, twelve class models, six sky faces,
-    // the track texture and the smoke.
+    // the track texture and the smoke; the menu's background, its rings and two per button.
     size_t sources = 0;
     for (const char* folder : {"splashes", "dialogues", "tracks", "levels", "benchmarks", "sounds"})
         sources += size_t(std::distance(fs::directory_iterator(kAssets / folder), fs::directory_iterator()));
-    EXPECT_EQ(written.size(), sources + 1 + 12 + 6 + 2);
+    const size_t menuPictures = 2 + 2 * ReadMenu(kAssets / "menu" / "menu.txt").buttons.size();
+    EXPECT_EQ(written.size(), sources + 1 + 12 + 6 + 2 + menuPictures);
     for (const auto& [name, depth] : std::vector<std::pair<std::string, std::string>>{
              {"font.tga", "32"}, {"UI_options_splash.tga", "24"}, {"UI_dialogue.tga", "32"},
              {"sky_negz.tga", "24"}, {"intro_t.tga", "24"}, {"smoke.tga", "32"}})

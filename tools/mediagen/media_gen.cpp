@@ -15,6 +15,7 @@
 #include "tools/mediagen/media_file.h"
 #include "tools/mediagen/media_error.h"
 #include "tools/mediagen/sound_synth.h"
+#include "tools/mediagen/menu_art.h"
 #include "tools/mediagen/splash_screens.h"
 #include "tools/mediagen/tga_writer.h"
 #include "tools/mediagen/track_source.h"
@@ -154,6 +155,9 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
         levels.push_back({kBenchmarkFolder + "/" + source.filename().string(), ReadLevelSource(source)});
     }
 
+    const fs::path menuSource = assetsDir / "menu" / "menu.txt";
+    const MenuSource menu = ReadMenu(menuSource);
+
     std::vector<SoundFile> sounds;
     for (const fs::path& source : Sources(assetsDir, "sounds", ".sound")) {
         sounds.push_back({source.stem().string() + ".wav", ReadSound(source)});
@@ -173,6 +177,10 @@ void GenerateMedia(const fs::path& assetsDir, const fs::path& outDir, const Font
     for (const Dialogue& dialogue : dialogues) {
         media.Write(dialogue.file, RenderDialogue(dialogue.text, textFonts, dialogue.source));
     }
+    media.Write("UI_back.tga", RenderMenuBack(menu, textFonts, menuSource.string()));
+    media.Write("UI_bg_rings.tga", RenderMenuRings());
+    for (const NamedPicture& button : RenderMenuButtons(menu, textFonts, menuSource.string()))
+        media.Write(button.name + ".tga", button.picture);
 
     for (const ModelFile& model : ClassModels()) media.Write(model.file, model.objects);
     for (const Track& track : tracks) media.Write(track.file, {track.mesh});

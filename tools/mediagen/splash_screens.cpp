@@ -62,8 +62,26 @@ void DrawCentred(const Font& font, const std::string& text, int baseline, Covera
     font.Draw(layer, CentredPen(width), baseline, text);
 }
 
+// A line under the title fading out towards its ends, with a small gold diamond in the middle.
+void DrawRule(Picture& picture) {
+    const double half = kSplashSize / 4.0, middle = kRuleTop + 1.5;
+    for (int y = kRuleTop - 8; y < kRuleTop + 12; ++y) {
+        for (int x = kSplashSize / 4; x < kSplashSize * 3 / 4; ++x) {
+            const double dx = std::abs(x + 0.5 - kSplashSize / 2.0), dy = std::abs(y + 0.5 - middle);
+            const double diamond = std::clamp(9.5 - dx / kWidthScale - dy, 0.0, 1.0);
+            const double line = std::clamp(2 - dy, 0.0, 1.0) * std::clamp(1.6 * (1 - dx / half), 0.0, 1.0);
+            const double ink = std::max(diamond, line);
+            const Colour& colour = diamond >= line ? kTitleColour : kRuleColour;
+            uint8_t* pixel = picture.Pixel(x, y);
+            for (int c = 0; c < 3; ++c) pixel[c] = uint8_t(std::lround(pixel[c] + (colour[c] - pixel[c]) * ink));
+        }
+    }
+}
+
+}  // namespace
+
 // The night sky: the gradient with faint stars, dim enough that text always stands out.
-void FillSky(Picture& picture) {
+void FillNightSky(Picture& picture) {
     constexpr int kCell = 24;  // at most one star in each square of this many pixels
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {
@@ -83,24 +101,6 @@ void FillSky(Picture& picture) {
     }
 }
 
-// A line under the title fading out towards its ends, with a small gold diamond in the middle.
-void DrawRule(Picture& picture) {
-    const double half = kSplashSize / 4.0, middle = kRuleTop + 1.5;
-    for (int y = kRuleTop - 8; y < kRuleTop + 12; ++y) {
-        for (int x = kSplashSize / 4; x < kSplashSize * 3 / 4; ++x) {
-            const double dx = std::abs(x + 0.5 - kSplashSize / 2.0), dy = std::abs(y + 0.5 - middle);
-            const double diamond = std::clamp(9.5 - dx / kWidthScale - dy, 0.0, 1.0);
-            const double line = std::clamp(2 - dy, 0.0, 1.0) * std::clamp(1.6 * (1 - dx / half), 0.0, 1.0);
-            const double ink = std::max(diamond, line);
-            const Colour& colour = diamond >= line ? kTitleColour : kRuleColour;
-            uint8_t* pixel = picture.Pixel(x, y);
-            for (int c = 0; c < 3; ++c) pixel[c] = uint8_t(std::lround(pixel[c] + (colour[c] - pixel[c]) * ink));
-        }
-    }
-}
-
-}  // namespace
-
 Picture RenderSplash(const SplashSource& source, const SplashFonts& fonts, const std::string& name) {
     Faces faces(fonts.regular, fonts.bold);
     TextLayers layers(kSplashSize, kSplashSize);
@@ -113,7 +113,7 @@ Picture RenderSplash(const SplashSource& source, const SplashFonts& fonts, const
 
     // Drawn top-down as seen on screen; the game shows the last stored row at the top.
     Picture picture(kSplashSize, kSplashSize, 3);
-    FillSky(picture);
+    FillNightSky(picture);
     DrawRule(picture);
     BlendLayers(picture, layers, {kTitleColour, kBodyColour, kBoldColour, kFooterColour});
     picture.FlipRows();

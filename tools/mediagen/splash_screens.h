@@ -29,6 +29,11 @@ inline constexpr int kSplashSize = 1024;
 SplashSource ParseSplash(std::string_view text, const std::string& name);
 SplashSource ReadSplash(const std::filesystem::path& path);
 
+// Fills the picture, rows top-down, with the splashes' night sky: a violet-blue gradient to
+// black with faint stars, drawn for a square picture stretched over the 4:3 window. Alpha, if
+// the picture has it, is left alone.
+void FillNightSky(Picture& picture);
+
 // 24-bit, bottom row stored first, drawn squeezed sideways so that it looks right stretched
 // over an 800 x 600 window. Throws MediaError naming `name` if the text does not fit.
 Picture RenderSplash(const SplashSource& source, const SplashFonts& fonts, const std::string& name);
