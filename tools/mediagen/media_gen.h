@@ -14,7 +14,7 @@ struct FontSet {
 // DejaVu from fonts-dejavu-core. The media target in CMakeLists.txt lists the same files.
 FontSet SystemFonts();
 
-// Writes every file of Media/ from the sources under assetsDir (splashes/, dialogues/, tracks/,
+// Writes every file of Media/ from the sources under assetsDir (splashes/, dialogues/, menu/, tracks/,
 // levels/, sounds/) and from code into outDir, creating it if needed, and prints one line per file to
 // progress. Every source is read before anything is written. Throws MediaError naming the file
 // at fault (and the line, for a bad source).
