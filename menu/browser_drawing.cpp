@@ -17,7 +17,7 @@ struct Colour {
     float r, g, b, a = 1;
 };
 // The game's palette: night blue panels, teal lines and highlights, gold titles, off-white text.
-constexpr Colour kPanel{0.035f, 0.045f, 0.11f, 0.93f};
+constexpr Colour kPanel{0.035f, 0.045f, 0.11f, 0.97f};
 constexpr Colour kTeal{0.16f, 0.72f, 0.70f};
 constexpr Colour kTealDim{0.10f, 0.36f, 0.40f, 0.55f};
 constexpr Colour kHoverRow{0.30f, 0.34f, 0.55f, 0.30f};
