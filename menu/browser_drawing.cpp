@@ -30,12 +30,14 @@ constexpr Colour kWarning{1.0f, 0.55f, 0.35f};
 constexpr float kTitleSize = 0.05f, kPathSize = 0.024f, kRowSize = 0.03f, kRowDetailSize = 0.021f;
 constexpr float kDetailSize = 0.025f, kButtonSize = 0.03f, kHintSize = 0.019f;
 
-void Fill(float x, float y, float w, float h, Colour c) {
+// A rectangle filled, or outlined with a line loop, in a colour that may be see-through.
+void Rect(float x, float y, float w, float h, Colour c, GLenum mode) {
     glDisable(GL_TEXTURE_2D);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(c.r, c.g, c.b, c.a);
-    glBegin(GL_QUADS);
+    glLineWidth(1.5f);
+    glBegin(mode);
     glVertex3f(x, y, 0);
     glVertex3f(x, y + h, 0);
     glVertex3f(x + w, y + h, 0);
@@ -43,19 +45,8 @@ void Fill(float x, float y, float w, float h, Colour c) {
     glEnd();
 }
 
-void Frame(float x, float y, float w, float h, Colour c) {
-    glDisable(GL_TEXTURE_2D);
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-    glColor4f(c.r, c.g, c.b, c.a);
-    glLineWidth(1.5f);
-    glBegin(GL_LINE_LOOP);
-    glVertex3f(x, y, 0);
-    glVertex3f(x, y + h, 0);
-    glVertex3f(x + w, y + h, 0);
-    glVertex3f(x + w, y, 0);
-    glEnd();
-}
+void Fill(float x, float y, float w, float h, Colour c) { Rect(x, y, w, h, c, GL_QUADS); }
+void Frame(float x, float y, float w, float h, Colour c) { Rect(x, y, w, h, c, GL_LINE_LOOP); }
 
 // Text in narrowed glyphs (see text_fit.h), standing on the line y.
 void Label(GraphicsSystem& graphics, float x, float y, float size, Colour c, const std::string& text) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/palette.h"
 #include "tools/mediagen/text_layout.h"
 
 namespace mediagen {
@@ -31,13 +32,13 @@ constexpr Colour kFillTop{30, 28, 80};
 constexpr Colour kFillBottom{10, 10, 36};
 constexpr int kFillAlpha = 215;
 constexpr Colour kBorderTop{120, 232, 236};
-constexpr Colour kBorderBottom{36, 146, 170};
+constexpr Colour kBorderBottom = palette::kDeepTeal;
 
-constexpr Colour kTitleColour{255, 204, 104};
-constexpr Colour kRuleColour{70, 200, 215};
-constexpr Colour kBodyColour{236, 234, 246};
-constexpr Colour kBoldColour{255, 222, 148};
-constexpr Colour kFooterColour{120, 192, 204};
+constexpr Colour kTitleColour = palette::kGold;
+constexpr Colour kRuleColour = palette::kTeal;
+constexpr Colour kBodyColour{236, 234, 246};  // a touch brighter than the splashes': the panels are small
+constexpr Colour kBoldColour = palette::kPaleGold;
+constexpr Colour kFooterColour = palette::kFooterTeal;
 
 constexpr int kSideMargin = 30;
 constexpr double kTitleEm = 38;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/palette.h"
 #include "tools/mediagen/text_layout.h"
 #include "tools/mediagen/texture_noise.h"
 
@@ -14,12 +15,12 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 constexpr double kWindowWidth = 800, kWindowHeight = 600;
 
-constexpr Colour kGold{255, 204, 104};
-constexpr Colour kPaleGold{255, 232, 176};
-constexpr Colour kTeal{70, 200, 215};
-constexpr Colour kDeepTeal{36, 146, 170};
-constexpr Colour kViolet{150, 110, 230};
-constexpr Colour kLabel{232, 230, 244};
+using palette::kDeepTeal;
+using palette::kGold;
+using palette::kPaleGold;
+using palette::kTeal;
+using palette::kViolet;
+constexpr Colour kLabel = palette::kText;
 
 double Cover(double distance) { return std::clamp(0.5 - distance, 0.0, 1.0); }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "tools/mediagen/media_error.h"
+#include "tools/mediagen/palette.h"
 #include "tools/mediagen/text_layout.h"
 #include "tools/mediagen/texture_noise.h"
 
@@ -19,11 +20,11 @@ constexpr int kSideMargin = 80;
 // The game's night palette: violet-blue fading to black, gold titles, teal accents.
 constexpr Colour kSkyTop{32, 28, 84};
 constexpr Colour kSkyBottom{4, 4, 16};
-constexpr Colour kTitleColour{255, 204, 104};
-constexpr Colour kRuleColour{70, 200, 215};
-constexpr Colour kBodyColour{232, 230, 244};
-constexpr Colour kBoldColour{255, 222, 148};
-constexpr Colour kFooterColour{120, 192, 204};
+constexpr Colour kTitleColour = palette::kGold;
+constexpr Colour kRuleColour = palette::kTeal;
+constexpr Colour kBodyColour = palette::kText;
+constexpr Colour kBoldColour = palette::kPaleGold;
+constexpr Colour kFooterColour = palette::kFooterTeal;
 
 struct TextStyle {
     double em;
