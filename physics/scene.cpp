@@ -6,6 +6,7 @@
 #include "physics/actor.h"
 #include "physics/bullet_convert.h"
 #include "physics/joint.h"
+#include "physics/plane_world.h"
 #include "physics/scene_pairs.h"
 #include "physics/surface_contacts.h"
 #include "physics/triangle_mesh.h"
@@ -37,7 +38,7 @@ Scene::Scene()
       dispatcher(std::make_unique<btCollisionDispatcher>(configuration.get())),
       broadphase(std::make_unique<btDbvtBroadphase>()),
       solver(std::make_unique<btSequentialImpulseConstraintSolver>()),
-      world(std::make_unique<btDiscreteDynamicsWorld>(dispatcher.get(), broadphase.get(), solver.get(),
+      world(std::make_unique<PlaneWorld>(dispatcher.get(), broadphase.get(), solver.get(),
                                                       configuration.get())),
       pairs(std::make_unique<ScenePairs>()) {
     InstallSurfaceContactHooks();
