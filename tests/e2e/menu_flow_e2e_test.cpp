@@ -1,6 +1,7 @@
 // The whole way through the game as a player takes it: the menu, its buttons, the level
 // browser, the splash screens and leaving, in the real window under Xvfb with real input.
 #include "tests/e2e/game_process.h"
+#include "tests/sound/mix_file.h"
 
 namespace {
 
@@ -92,6 +93,48 @@ TEST_F(MenuFlow, HoveringAButtonSwapsItsPictureAndLeavingSwapsItBack) {
     EXPECT_TRUE(WaitFor([&] { return TakeScreenshot().Differing(menu, 0, 31, 200, 90) < 50; }))
         << "the normal picture did not come back";
     CloseWindow();
+}
+
+TEST_F(MenuFlow, EnteringAButtonClicksOnceHoweverLongTheCursorStays) {
+    // What the game plays goes into a file through OpenAL's file output.
+    TempDir folder;
+    const std::string heard = folder.File("heard.wav"), conf = folder.File("openal.conf");
+    WriteText(conf, "[wave]\nfile=" + heard + "\n");
+    setenv("ALSOFT_CONF", conf.c_str(), 1);
+    setenv("ALSOFT_DRIVERS", "wave", 1);
+    Start();
+    unsetenv("ALSOFT_CONF");
+    unsetenv("ALSOFT_DRIVERS");
+    // Onto New Game, resting there, then on to Level Select.
+    Xdotool(window, kNewGame);
+    for (const char* at : {"110 80", "120 70", "90 90"}) {
+        std::this_thread::sleep_for(400ms);
+        Xdotool(window, at);
+    }
+    std::this_thread::sleep_for(400ms);
+    Xdotool(window, kLevelSelect);
+    std::this_thread::sleep_for(400ms);
+    CloseWindow();
+
+    const Mix mix = ReadMix(heard);
+    ASSERT_GT(mix.rate, 0) << "nothing was written to " << heard;
+    // Clicks: stretches louder than a trace, apart by more than a tenth of a second. A click
+    // played again on every move or every frame would sound longer than one click lasts.
+    std::vector<std::pair<size_t, size_t>> clicks;  // first and last loud sample
+    const size_t gap = size_t(mix.rate / 10) * size_t(mix.channels);
+    float loudest = 0;
+    for (size_t i = 0; i < mix.samples.size(); ++i) {
+        if (std::fabs(mix.samples[i]) < 0.005f) continue;
+        if (clicks.empty() || i - clicks.back().second > gap) clicks.push_back({i, i});
+        clicks.back().second = i;
+        loudest = std::max(loudest, std::fabs(mix.samples[i]));
+    }
+    EXPECT_EQ(clicks.size(), 2u);
+    for (const auto& [first, last] : clicks)
+        EXPECT_LT(double(last - first) / mix.channels / mix.rate, 0.2) << "longer than one click";
+    // "claves" peaks at -1 dBFS and the menu plays it at -20 dB.
+    EXPECT_GT(loudest, 0.03f);
+    EXPECT_LT(loudest, 0.2f);
 }
 
 TEST_F(MenuFlow, NewGameFliesOverTheIntroAndThenTheClockRuns) {
