@@ -110,4 +110,10 @@ float PlainScene::MeanBallSpeed() const {
     return float(total / double(world->balls.size()));
 }
 
+std::vector<Vector3> PlainScene::BallPositions() const {
+    std::vector<Vector3> positions;
+    for (const btRigidBody* ball : world->balls) positions.push_back(FromBt(ball->getWorldTransform().getOrigin()));
+    return positions;
+}
+
 }  // namespace phys

@@ -36,6 +36,7 @@ public:
     void Step(float seconds);
     // The balls' mean speed in the plane.
     float MeanBallSpeed() const;
+    std::vector<Vector3> BallPositions() const;
 
 private:
     struct World;

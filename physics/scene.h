@@ -12,6 +12,7 @@ class btCollisionDispatcher;
 class btBroadphaseInterface;
 class btSequentialImpulseConstraintSolver;
 class btDiscreteDynamicsWorld;
+struct btCollisionAlgorithmCreateFunc;
 
 namespace phys {
 
@@ -144,6 +145,8 @@ private:
     void Withdraw(Actor* actor);
     void SwitchOffRunaways();
 
+    // Our collision algorithms for balls in the plane; they outlive the dispatcher.
+    std::vector<std::unique_ptr<btCollisionAlgorithmCreateFunc>> planeContacts;
     std::unique_ptr<btDefaultCollisionConfiguration> configuration;
     std::unique_ptr<btCollisionDispatcher> dispatcher;
     std::unique_ptr<btBroadphaseInterface> broadphase;

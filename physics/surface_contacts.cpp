@@ -3,6 +3,8 @@
 #include <BulletCollision/CollisionDispatch/btInternalEdgeUtility.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
 
+#include <algorithm>
+
 #include "physics/actor.h"
 #include "physics/bullet_convert.h"
 #include "physics/scene.h"
@@ -17,17 +19,19 @@ const Material* MaterialOfObject(const btCollisionObject* object) {
     return &actor->GetScene()->MaterialOf(actor->GetMaterial());
 }
 
+// Bodies that are no actors of ours (the bench's plain library scene) keep the library's own
+// rule: the product of the two.
 btScalar CombinedFriction(const btCollisionObject* a, const btCollisionObject* b) {
     const Material* ma = MaterialOfObject(a);
     const Material* mb = MaterialOfObject(b);
-    if (!ma || !mb) return 0;
+    if (!ma || !mb) return std::min(a->getFriction() * b->getFriction(), btScalar(10));
     return (ma->dynamicFriction + mb->dynamicFriction) * 0.5f;
 }
 
 btScalar CombinedRestitution(const btCollisionObject* a, const btCollisionObject* b) {
     const Material* ma = MaterialOfObject(a);
     const Material* mb = MaterialOfObject(b);
-    if (!ma || !mb) return 0;
+    if (!ma || !mb) return a->getRestitution() * b->getRestitution();
     return (ma->restitution + mb->restitution) * 0.5f;
 }
 
@@ -43,21 +47,27 @@ bool OnContactPoint(btManifoldPoint& point, const btCollisionObjectWrapper* wrap
         btAdjustInternalEdgeContacts(point, wrap1, wrap0, part1, index1);
     else if (wrap0->getCollisionShape()->getShapeType() == TRIANGLE_SHAPE_PROXYTYPE)
         btAdjustInternalEdgeContacts(point, wrap0, wrap1, part0, index0);
-
-    const btCollisionObject* a = wrap0->getCollisionObject();
-    const btCollisionObject* b = wrap1->getCollisionObject();
-    const Material* ma = MaterialOfObject(a);
-    const Material* mb = MaterialOfObject(b);
-    if (!ma || !mb) return false;
-    btVector3 relative = PointVelocity(a, point.getPositionWorldOnA()) - PointVelocity(b, point.getPositionWorldOnB());
-    const btVector3& n = point.m_normalWorldOnB;
-    relative -= n * relative.dot(n);
-    if (relative.length2() < kStickingSpeed * kStickingSpeed)
-        point.m_combinedFriction = (ma->staticFriction + mb->staticFriction) * 0.5f;
+    SetSurface(point, wrap0->getCollisionObject(), wrap1->getCollisionObject());
     return false;
 }
 
 }  // namespace
+
+void SetSurface(btManifoldPoint& point, const btCollisionObject* a, const btCollisionObject* b) {
+    const Material* ma = MaterialOfObject(a);
+    const Material* mb = MaterialOfObject(b);
+    if (!ma || !mb) {
+        point.m_combinedFriction = point.m_combinedRestitution = 0;
+        return;
+    }
+    point.m_combinedRestitution = (ma->restitution + mb->restitution) * 0.5f;
+    btVector3 relative = PointVelocity(a, point.getPositionWorldOnA()) - PointVelocity(b, point.getPositionWorldOnB());
+    const btVector3& n = point.m_normalWorldOnB;
+    relative -= n * relative.dot(n);
+    const bool sticking = relative.length2() < kStickingSpeed * kStickingSpeed;
+    point.m_combinedFriction = sticking ? (ma->staticFriction + mb->staticFriction) * 0.5f
+                                        : (ma->dynamicFriction + mb->dynamicFriction) * 0.5f;
+}
 
 void InstallSurfaceContactHooks() {
     gCalculateCombinedFrictionCallback = CombinedFriction;

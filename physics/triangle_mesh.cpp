@@ -8,6 +8,7 @@
 
 #include "physics/bullet_convert.h"
 #include "physics/collision_map.h"
+#include "physics/plane_profile.h"
 #include "physics/stream.h"
 
 namespace phys {
@@ -57,6 +58,8 @@ btCollisionShape* TriangleMesh::GetStaticShape(float margin) {
         // Lets balls roll across the seams between triangles without bumping on inner edges.
         edgeInfo = std::make_unique<btTriangleInfoMap>();
         btGenerateInternalEdgeInfo(staticShape.get(), edgeInfo.get());
+        profile = PlaneProfile::Build(points, indices);
+        staticShape->setUserPointer(profile.get());
     }
     return staticShape.get();
 }

@@ -14,6 +14,7 @@ struct btTriangleInfoMap;
 
 namespace phys {
 
+class PlaneProfile;
 class Stream;
 
 // Vertex and triangle arrays to cook; owned by the caller and only read.
@@ -74,6 +75,7 @@ private:
 
     std::unique_ptr<btTriangleIndexVertexArray> vertexArray;
     std::unique_ptr<btBvhTriangleMeshShape> staticShape;
+    std::unique_ptr<PlaneProfile> profile;  // when the mesh is an outline drawn out along z
     std::unique_ptr<btTriangleInfoMap> edgeInfo;
     std::unique_ptr<btCompoundShape> dynamicShape;
     std::vector<std::unique_ptr<btCollisionShape>> pieceShapes;

@@ -173,7 +173,7 @@ TEST(ShippedIntro, IsLostWithoutPlayingAndWonByTurningTheLevelOver) {
     EXPECT_EQ(idle["lost"], true);
 
     TempDir dir;
-    WriteText(dir.File("flip.txt"), "0-29 left\n300-329 left\n");
+    WriteText(dir.File("flip.txt"), "0-29 left\n300-333 left\n");
     const json played = json::parse(Shell(intro + " --input " + Quoted(dir.File("flip.txt"))).out);
     EXPECT_EQ(played["won"], true);
     EXPECT_LT(played["wonAtFrame"].get<int>(), 60 * 30);

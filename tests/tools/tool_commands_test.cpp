@@ -136,6 +136,8 @@ TEST(BenchPhysics, TheBaselineTakesTurnsOnTheSameSceneWithAWheelAndADoor) {
     EXPECT_EQ(row["joints"], true);
     for (const char* key : {"moving", "settled", "baselineMoving", "baselineSettled", "ratioMoving", "ratioSettled"})
         EXPECT_GT(row[key].get<double>(), 0.0) << key;
+    EXPECT_GT(row["settleSteps"].get<int>(), 0);
+    for (const char* key : {"overlap", "baselineOverlap"}) EXPECT_LT(row[key].get<double>(), 0.1) << key;
     const json plain = json::parse(Shell(kTool + "bench physics --balls 60 2>/dev/null").out)["physics"].at(0);
     EXPECT_EQ(plain["joints"], false);
     EXPECT_FALSE(plain.contains("ratioMoving"));

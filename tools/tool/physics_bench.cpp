@@ -23,13 +23,17 @@ const char* kBenchUsage =
     "\n"
     "Drops N balls of radius 1 (frozen in z) into a walled arena of triangle-mesh tracks under\n"
     "gravity (0, -60, 0) and times PhysicsSystem::Step(1/60): the median milliseconds per step\n"
-    "while the balls are moving and once the pile has settled. Default N: 100,500,1000,2000.\n"
+    "while the balls are moving and once the pile has settled. Every surface grips with friction\n"
+    "0.25 and does not bounce. Default N: 100,500,1000,2000.\n"
     "--joints stands a motor-driven paddle wheel and a hinged door in the pile.\n"
     "--baseline builds the same scene in the rigid-body library with its default settings\n"
     "(nothing asleep, as in the game) and steps the two in turns of ten steps; it adds the\n"
     "library's medians and the medians of the per-turn ratios (ours / library's).\n"
-    "Prints {\"physics\": [{\"balls\": N, \"joints\": J, \"moving\": MS, \"settled\": MS\n"
-    "  [, \"baselineMoving\": MS, \"baselineSettled\": MS, \"ratioMoving\": R, \"ratioSettled\": R]}, ...]}.\n";
+    "Also reports how many steps the pile took to come to rest (mean speed under 0.2) and how\n"
+    "deep the two most overlapping balls of the still pile sink into each other.\n"
+    "Prints {\"physics\": [{\"balls\": N, \"joints\": J, \"moving\": MS, \"settled\": MS,\n"
+    "  \"settleSteps\": S, \"overlap\": D [, \"baselineMoving\": MS, \"baselineSettled\": MS,\n"
+    "  \"ratioMoving\": R, \"ratioSettled\": R, \"baselineSettleSteps\": S, \"baselineOverlap\": D]}, ...]}.\n";
 
 constexpr float kStep = 1.0f / 60.0f;
 const Vector3 kGravity(0, -60, 0);
@@ -70,6 +74,16 @@ int Settle(Step step, Speed meanSpeed) {
     return steps;
 }
 
+// How deep the most overlapping two balls of radius 1 sink into each other.
+float DeepestOverlap(std::vector<Vector3> centres) {
+    std::sort(centres.begin(), centres.end(), [](const Vector3& a, const Vector3& b) { return a.x < b.x; });
+    float deepest = 0;
+    for (size_t i = 0; i < centres.size(); ++i)
+        for (size_t j = i + 1; j < centres.size() && centres[j].x - centres[i].x < 2; ++j)
+            deepest = std::max(deepest, 2 - std::hypot(centres[j].x - centres[i].x, centres[j].y - centres[i].y));
+    return deepest;
+}
+
 struct Phase {
     std::vector<double> ours, plain, ratios;
 };
@@ -78,6 +92,8 @@ Json Measure(int count, bool joints, bool baseline) {
     const BenchArena arena = MakeBenchArena(count, joints);
     PhysicsSystem physics;
     physics.Startup();
+    // The library's default surfaces: friction 0.5 on each side, multiplied; no bounce.
+    physics.SetMaterial(0, {0.25f, 0.25f, 0.0f});
     physics.SetGravity(kGravity);
     const std::vector<phys::Actor*> balls = BuildArena(arena, physics);
     std::unique_ptr<phys::PlainScene> plain;
@@ -119,19 +135,33 @@ Json Measure(int count, bool joints, bool baseline) {
     measure(kSettledTurns, settled);
 
     const auto round2 = [](double value) { return std::round(value * 100) / 100; };
+    const auto round3 = [](double value) { return std::round(value * 1000) / 1000; };
+    std::vector<Vector3> centres;
+    for (const phys::Actor* ball : balls) centres.push_back(ball->GetGlobalPosition());
+    const float overlap = DeepestOverlap(centres);
     Json result = {{"balls", count},
                    {"joints", joints},
                    {"moving", round2(Median(moving.ours))},
-                   {"settled", round2(Median(settled.ours))}};
-    std::fprintf(stderr, "  %d balls%s: %.2f ms moving, %.2f ms settled (pile still after %d more steps)\n", count,
-                 joints ? " with a wheel and a door" : "", Median(moving.ours), Median(settled.ours), ourSettle);
+                   {"settled", round2(Median(settled.ours))},
+                   {"settleSteps", ourSettle},
+                   {"overlap", round3(overlap)}};
+    std::fprintf(stderr,
+                 "  %d balls%s: %.2f ms moving, %.2f ms settled (pile still after %d more steps, deepest overlap "
+                 "%.3f)\n",
+                 count, joints ? " with a wheel and a door" : "", Median(moving.ours), Median(settled.ours), ourSettle,
+                 overlap);
     if (plain) {
         result["baselineMoving"] = round2(Median(moving.plain));
         result["baselineSettled"] = round2(Median(settled.plain));
         result["ratioMoving"] = round2(Median(moving.ratios));
         result["ratioSettled"] = round2(Median(settled.ratios));
-        std::fprintf(stderr, "    library: %.2f ms moving, %.2f ms settled (still after %d); ours / library: %.2f, %.2f\n",
-                     Median(moving.plain), Median(settled.plain), plainSettle, Median(moving.ratios),
+        const float plainOverlap = DeepestOverlap(plain->BallPositions());
+        result["baselineSettleSteps"] = plainSettle;
+        result["baselineOverlap"] = round3(plainOverlap);
+        std::fprintf(stderr,
+                     "    library: %.2f ms moving, %.2f ms settled (still after %d, overlap %.3f); ours / library: "
+                     "%.2f, %.2f\n",
+                     Median(moving.plain), Median(settled.plain), plainSettle, plainOverlap, Median(moving.ratios),
                      Median(settled.ratios));
     }
     return result;
