@@ -10,21 +10,10 @@ namespace phys {
 
 SphereContact::SphereContact(const btCollisionAlgorithmConstructionInfo& info, const btCollisionObjectWrapper* a,
                              const btCollisionObjectWrapper* b)
-    : btActivatingCollisionAlgorithm(info, a, b), first(a->getCollisionObject()) {
-    manifold = m_dispatcher->getNewManifold(a->getCollisionObject(), b->getCollisionObject());
-}
-
-SphereContact::~SphereContact() {
-    if (manifold) m_dispatcher->releaseManifold(manifold);
-}
-
-void SphereContact::getAllContactManifolds(btManifoldArray& manifolds) {
-    if (manifold) manifolds.push_back(manifold);
-}
+    : KeptContact(info, a, b, a->getCollisionObject(), b->getCollisionObject()), first(a->getCollisionObject()) {}
 
 void SphereContact::processCollision(const btCollisionObjectWrapper* a, const btCollisionObjectWrapper* b,
                                      const btDispatcherInfo&, btManifoldResult*) {
-    if (!manifold) return;
     if (a->getCollisionObject() != first) std::swap(a, b);
     const btTransform& placeA = a->getWorldTransform();
     const btTransform& placeB = b->getWorldTransform();
@@ -68,8 +57,7 @@ void SphereContact::processCollision(const btCollisionObjectWrapper* a, const bt
 btCollisionAlgorithm* SphereContact::CreateFunc::CreateCollisionAlgorithm(btCollisionAlgorithmConstructionInfo& info,
                                                                          const btCollisionObjectWrapper* a,
                                                                          const btCollisionObjectWrapper* b) {
-    void* memory = info.m_dispatcher1->allocateCollisionAlgorithm(sizeof(SphereContact));
-    return new (memory) SphereContact(info, a, b);
+    return Make<SphereContact>(info, a, b);
 }
 
 }  // namespace phys

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 #include <vector>
 
 #include "physics/plane_profile.h"
@@ -36,15 +35,10 @@ struct Touch {
 
 TrackContact::TrackContact(const btCollisionAlgorithmConstructionInfo& info, const btCollisionObjectWrapper* a,
                            const btCollisionObjectWrapper* b, btCollisionAlgorithmCreateFunc* general)
-    : btActivatingCollisionAlgorithm(info, a, b), generalCreate(general) {
-    if (!IsBall(a)) std::swap(a, b);
-    manifold = m_dispatcher->getNewManifold(a->getCollisionObject(), b->getCollisionObject());
-}
+    : KeptContact(info, a, b, (IsBall(a) ? a : b)->getCollisionObject(), (IsBall(a) ? b : a)->getCollisionObject()),
+      generalCreate(general) {}
 
-TrackContact::~TrackContact() {
-    DropGeneral();
-    if (manifold) m_dispatcher->releaseManifold(manifold);
-}
+TrackContact::~TrackContact() { DropGeneral(); }
 
 void TrackContact::DropGeneral() {
     if (!general) return;
@@ -54,7 +48,7 @@ void TrackContact::DropGeneral() {
 }
 
 void TrackContact::getAllContactManifolds(btManifoldArray& manifolds) {
-    if (manifold) manifolds.push_back(manifold);
+    KeptContact::getAllContactManifolds(manifolds);
     if (general) general->getAllContactManifolds(manifolds);
 }
 
@@ -161,8 +155,7 @@ void TrackContact::TouchSegments(const btCollisionObjectWrapper* ball, const btC
 btCollisionAlgorithm* TrackContact::CreateFunc::CreateCollisionAlgorithm(btCollisionAlgorithmConstructionInfo& info,
                                                                         const btCollisionObjectWrapper* a,
                                                                         const btCollisionObjectWrapper* b) {
-    void* memory = info.m_dispatcher1->allocateCollisionAlgorithm(sizeof(TrackContact));
-    return new (memory) TrackContact(info, a, b, general);
+    return Make<TrackContact>(info, a, b, general);
 }
 
 }  // namespace phys

@@ -1,6 +1,5 @@
 #pragma once
-#include <BulletCollision/CollisionDispatch/btActivatingCollisionAlgorithm.h>
-#include <BulletCollision/CollisionDispatch/btCollisionCreateFunc.h>
+#include "physics/kept_contact.h"
 
 namespace phys {
 
@@ -11,7 +10,7 @@ class PlaneProfile;
 // a circle against lines, with points kept from tick to tick for the solver to warm-start
 // from. Anything else (a ball free to leave the plane, a mesh of another shape, a track
 // turned out of the plane) goes to the library's own algorithm.
-class TrackContact : public btActivatingCollisionAlgorithm {
+class TrackContact : public KeptContact {
 public:
     TrackContact(const btCollisionAlgorithmConstructionInfo& info, const btCollisionObjectWrapper* a,
                  const btCollisionObjectWrapper* b, btCollisionAlgorithmCreateFunc* general);
@@ -19,10 +18,6 @@ public:
 
     void processCollision(const btCollisionObjectWrapper* a, const btCollisionObjectWrapper* b,
                           const btDispatcherInfo& dispatchInfo, btManifoldResult* result) override;
-    btScalar calculateTimeOfImpact(btCollisionObject*, btCollisionObject*, const btDispatcherInfo&,
-                                   btManifoldResult*) override {
-        return 1;
-    }
     void getAllContactManifolds(btManifoldArray& manifolds) override;
 
     // Made for one order of the two shape types; `general` is the library's algorithm for it.
@@ -40,7 +35,6 @@ private:
                        const PlaneProfile& profile);
     void DropGeneral();
 
-    btPersistentManifold* manifold = nullptr;  // the ball is its first body
     btCollisionAlgorithmCreateFunc* generalCreate;
     btCollisionAlgorithm* general = nullptr;
 };
