@@ -176,13 +176,16 @@ float PlaneSolver::RelativeVelocity(const Row& row) const {
     return sum;
 }
 
+// Moves the row's two bodies by an impulse: their velocities, or their split-impulse motion.
 // The world's slot is never moved: an impulse that is no number (a body already running away)
 // would otherwise reach every body that touches the world.
-void PlaneSolver::Apply(const Row& row, float impulse) {
-    const int world = int(rigid.size());
-    if (row.a != world) Move(state[row.a].v, row.ma, impulse);
-    if (row.b != world) Move(state[row.b].v, row.mb, impulse);
+template <bool kPush>
+inline void PlaneSolver::Impulse(const Row& row, Body* bodies, int world, float impulse) {
+    if (row.a != world) Move(kPush ? bodies[row.a].push : bodies[row.a].v, row.ma, impulse);
+    if (row.b != world) Move(kPush ? bodies[row.b].push : bodies[row.b].v, row.mb, impulse);
 }
+
+void PlaneSolver::Apply(const Row& row, float impulse) { Impulse<false>(row, state.data(), int(rigid.size()), impulse); }
 
 void PlaneSolver::AddHinge(btTypedConstraint* constraint, const btContactSolverInfo& info) {
     auto* hinge = static_cast<btHingeConstraint*>(constraint);
@@ -279,8 +282,8 @@ void PlaneSolver::AddContacts(btPersistentManifold* manifold, const btContactSol
 // split-impulse motion instead of the velocity.
 template <bool kPush>
 inline float PlaneSolver::Step(Row& row, Body* bodies, int world) {
-    float* va = kPush ? bodies[row.a].push : bodies[row.a].v;
-    float* vb = kPush ? bodies[row.b].push : bodies[row.b].v;
+    const float* va = kPush ? bodies[row.a].push : bodies[row.a].v;
+    const float* vb = kPush ? bodies[row.b].push : bodies[row.b].v;
     float& applied = kPush ? row.pushApplied : row.applied;
     const float target = kPush ? row.pushTarget : row.target;
     float delta = (target - Dot(row.ja, va) - Dot(row.jb, vb)) * row.invDiag;
@@ -294,8 +297,7 @@ inline float PlaneSolver::Step(Row& row, Body* bodies, int world) {
     } else {
         applied = sum;
     }
-    if (row.a != world) Move(va, row.ma, delta);
-    if (row.b != world) Move(vb, row.mb, delta);
+    Impulse<kPush>(row, bodies, world, delta);
     const float residual = delta * row.diag;
     return residual * residual;
 }

@@ -58,6 +58,8 @@ private:
     float RelativeVelocity(const Row& row) const;
     void Apply(const Row& row, float impulse);
     template <bool kPush>
+    static void Impulse(const Row& row, Body* bodies, int world, float impulse);
+    template <bool kPush>
     static float Step(Row& row, Body* bodies, int world);
     void AddHinge(btTypedConstraint* constraint, const btContactSolverInfo& info);
     void AddContacts(btPersistentManifold* manifold, const btContactSolverInfo& info);

@@ -19,20 +19,23 @@ const Material* MaterialOfObject(const btCollisionObject* object) {
     return &actor->GetScene()->MaterialOf(actor->GetMaterial());
 }
 
+// Two touching surfaces meet halfway.
+float Average(const Material& a, const Material& b, float Material::*value) { return (a.*value + b.*value) * 0.5f; }
+
 // Bodies that are no actors of ours (the bench's plain library scene) keep the library's own
 // rule: the product of the two.
 btScalar CombinedFriction(const btCollisionObject* a, const btCollisionObject* b) {
     const Material* ma = MaterialOfObject(a);
     const Material* mb = MaterialOfObject(b);
     if (!ma || !mb) return std::min(a->getFriction() * b->getFriction(), btScalar(10));
-    return (ma->dynamicFriction + mb->dynamicFriction) * 0.5f;
+    return Average(*ma, *mb, &Material::dynamicFriction);
 }
 
 btScalar CombinedRestitution(const btCollisionObject* a, const btCollisionObject* b) {
     const Material* ma = MaterialOfObject(a);
     const Material* mb = MaterialOfObject(b);
     if (!ma || !mb) return a->getRestitution() * b->getRestitution();
-    return (ma->restitution + mb->restitution) * 0.5f;
+    return Average(*ma, *mb, &Material::restitution);
 }
 
 btVector3 PointVelocity(const btCollisionObject* object, const btVector3& point) {
@@ -60,13 +63,12 @@ void SetSurface(btManifoldPoint& point, const btCollisionObject* a, const btColl
         point.m_combinedFriction = point.m_combinedRestitution = 0;
         return;
     }
-    point.m_combinedRestitution = (ma->restitution + mb->restitution) * 0.5f;
+    point.m_combinedRestitution = Average(*ma, *mb, &Material::restitution);
     btVector3 relative = PointVelocity(a, point.getPositionWorldOnA()) - PointVelocity(b, point.getPositionWorldOnB());
     const btVector3& n = point.m_normalWorldOnB;
     relative -= n * relative.dot(n);
     const bool sticking = relative.length2() < kStickingSpeed * kStickingSpeed;
-    point.m_combinedFriction = sticking ? (ma->staticFriction + mb->staticFriction) * 0.5f
-                                        : (ma->dynamicFriction + mb->dynamicFriction) * 0.5f;
+    point.m_combinedFriction = Average(*ma, *mb, sticking ? &Material::staticFriction : &Material::dynamicFriction);
 }
 
 void InstallSurfaceContactHooks() {
